@@ -1,0 +1,34 @@
+# Install rules and the relocatable CMake package:
+#   find_package(Zalt_Lts CONFIG REQUIRED)
+#   target_link_libraries(app PRIVATE Zalt::Lts)
+include(CMakePackageConfigHelpers)
+
+set(ZALT_LTS_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Zalt_Lts)
+
+install(TARGETS Tovra_Format Tovra_Utils Tovra_Mdib
+  EXPORT TovraTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS Zalt_Lts
+  EXPORT Zalt_LtsTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/ ${ZALT_LTS_GENERATED_INCLUDE_DIR}/
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  FILES_MATCHING PATTERN "*.h")
+
+install(EXPORT TovraTargets NAMESPACE Tovra:: DESTINATION ${ZALT_LTS_PACKAGE_DIR})
+install(EXPORT Zalt_LtsTargets NAMESPACE Zalt:: DESTINATION ${ZALT_LTS_PACKAGE_DIR})
+
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/Zalt_LtsConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/Zalt_LtsConfig.cmake
+  INSTALL_DESTINATION ${ZALT_LTS_PACKAGE_DIR})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/Zalt_LtsConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES
+  ${PROJECT_BINARY_DIR}/Zalt_LtsConfig.cmake
+  ${PROJECT_BINARY_DIR}/Zalt_LtsConfigVersion.cmake
+  DESTINATION ${ZALT_LTS_PACKAGE_DIR})
