@@ -1,4 +1,6 @@
-# cmake -DBUILD_DIR=... -DCONSUMER_SOURCE_DIR=... -DWORK_DIR=... -DGENERATOR=... -P RunPackageTest.cmake
+# cmake -DBUILD_DIR=... -DSOURCE_DIR=... -DCONSUMER_SOURCE_DIR=... -DWORK_DIR=... -DGENERATOR=... -DCONFIG=...
+#       -P RunPackageTest.cmake
+# Builds the consumer against the installed package, then with the library added as a subdirectory.
 function(run)
   execute_process(COMMAND ${ARGV} RESULT_VARIABLE result)
   if(NOT result EQUAL 0)
@@ -15,3 +17,8 @@ run(${CMAKE_COMMAND} -S ${CONSUMER_SOURCE_DIR} -B ${WORK_DIR}/build -G ${GENERAT
     -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_TYPE=${CONFIG})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 run(${WORK_DIR}/build/consumer)
+
+run(${CMAKE_COMMAND} -S ${CONSUMER_SOURCE_DIR} -B ${WORK_DIR}/subdirectory -G ${GENERATOR}
+    -DZALT_LTS_SOURCE_DIR=${SOURCE_DIR} -DCMAKE_BUILD_TYPE=${CONFIG})
+run(${CMAKE_COMMAND} --build ${WORK_DIR}/subdirectory --target consumer)
+run(${WORK_DIR}/subdirectory/consumer)
