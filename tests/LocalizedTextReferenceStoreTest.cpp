@@ -1,0 +1,105 @@
+#include <Zalt/Localization/LocalizedTextReferenceStore.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+using namespace Zalt::Localization;
+using Tovra::Mdib::LocalizedTextWidth;
+using References = std::set<LocalizedTextReference>;
+
+namespace {
+
+constexpr auto small = LocalizedTextWidth::Small;
+constexpr auto large = LocalizedTextWidth::Large;
+
+LocalizedTextReference hr(boost::optional<LocalizedTextWidth> width = {},
+                          boost::optional<NumberOfLines> lines = {}, std::uint64_t version = 3) {
+  return {Tovra::Mdib::LocalizedTextRef(Tovra::Locale::Utf8("hr")), Tovra::Mdib::VersionCounter(version),
+          width, lines};
+}
+
+References afterAdding(References entries, const LocalizedTextReference& reference) {
+  LocalizedTextReferenceStore store;
+  store.replaceWith(std::move(entries));
+  store.add(reference);
+  return store.data();
+}
+
+TEST(LocalizedTextReferenceStoreTest, AddRemovesWhatTheNewReferenceCoversButNeverAPresentOne) {
+  EXPECT_EQ(afterAdding({hr(small, 1), hr(large, 1), hr(small, 2)}, hr()), References{hr()});
+  EXPECT_EQ(afterAdding({hr(small, 1), hr(small, 2), hr(large, 1)}, hr(small)),
+            (References{hr(small), hr(large, 1)}));
+  EXPECT_EQ(afterAdding({hr(small, 2), hr(large, 2), hr(large, 3)}, hr({}, 2)),
+            (References{hr({}, 2), hr(large, 3)}));
+  // Sets handed in unchecked may hold covered entries; adding one already present keeps them.
+  EXPECT_EQ(afterAdding({hr(small), hr(small, 1)}, hr(small)), (References{hr(small), hr(small, 1)}));
+}
+
+TEST(LocalizedTextReferenceStoreTest, ReplaceWithTakesTheSetUncheckedUnlessItIsTheStoresOwn) {
+  References unchecked{hr(), hr(small, 1)};
+  LocalizedTextReferenceStore store;
+  store.replaceWith(std::move(unchecked));
+  store.replaceWith(std::move(store.data()));
+  EXPECT_TRUE(unchecked.empty());  // NOLINT(bugprone-use-after-move)
+  EXPECT_EQ(store.size(), 2u);
+}
+
+// Every combination of three text references, two versions, three widths or
+// none, and two numbers of lines or none.
+std::vector<LocalizedTextReference> everyReference() {
+  std::vector<LocalizedTextReference> references;
+  for (int i = 0; i < 72; ++i) {
+    const int width = i / 6 % 4;
+    const int lines = i / 24;
+    const char* ref = i % 3 == 0 ? "a" : i % 3 == 1 ? "ab" : "b";
+    references.emplace_back(Tovra::Mdib::LocalizedTextRef(Tovra::Locale::Utf8(ref)),
+                            Tovra::Mdib::VersionCounter(static_cast<std::uint64_t>(1 + i / 3 % 2)),
+                            boost::make_optional(width > 0, static_cast<LocalizedTextWidth>(width)),
+                            boost::make_optional(lines > 0, static_cast<NumberOfLines>(lines)));
+  }
+  return references;
+}
+
+bool covers(const LocalizedTextReference& x, const LocalizedTextReference& y) {
+  return x.ref == y.ref && x.version == y.version && (!x.textWidth || x.textWidth == y.textWidth) &&
+         (!x.numberOfLines || x.numberOfLines == y.numberOfLines);
+}
+
+bool coveredBy(const References& entries, const LocalizedTextReference& y) {
+  return std::any_of(entries.begin(), entries.end(), [&](const auto& x) { return covers(x, y); });
+}
+
+bool hasRedundantEntry(const References& entries) {
+  return std::any_of(entries.begin(), entries.end(), [&](const auto& y) {
+    return std::any_of(entries.begin(), entries.end(),
+                       [&](const auto& x) { return &x != &y && covers(x, y); });
+  });
+}
+
+// After every add and merge, the covered references must have grown by exactly
+// what the new entries cover, and no entry may cover another.
+TEST(LocalizedTextReferenceStoreTest, MatchesBruteForceCoverage) {
+  const auto universe = everyReference();
+  std::mt19937 random(20240611);
+  std::uniform_int_distribution<std::size_t> pick(0, universe.size() - 1);
+  LocalizedTextReferenceStore store;
+  for (int step = 0; step < 400; ++step) {
+    LocalizedTextReferenceStore other;
+    for (int i = step % 3 == 0 ? 6 : 1; i > 0; --i) {
+      other.add(universe[pick(random)]);
+    }
+    const References before = store.data();
+    other.size() > 1 ? store.merge(other) : store.add(*other.data().begin());
+
+    for (const auto& y : universe) {
+      const bool covered = coveredBy(before, y) || coveredBy(other.data(), y);
+      ASSERT_TRUE(store.isCovered(y) == covered && coveredBy(store.data(), y) == covered)
+          << y << (covered ? " lost" : " gained") << " at step " << step;
+    }
+    ASSERT_FALSE(hasRedundantEntry(store.data())) << "at step " << step;
+  }
+}
+
+}  // namespace
