@@ -1,0 +1,61 @@
+// Zalt::Localization::Device::LocalizedTextStoreImpl: the device store behind
+// LocalizedTextStore::createLocalizedTextStore(). Besides the interface it
+// offers the filter query, localizedTexts, which answers a peer's request:
+//
+//   auto store = LocalizedTextStore::createLocalizedTextStore();
+//   auto& impl = static_cast<LocalizedTextStoreImpl&>(*store);
+//   impl.localizedTexts(filter);
+//
+// It owns the core text table (a private base), one mutex and the set of
+// accepted languages. Neither copyable nor movable; share it by pointer.
+#pragma once
+
+#include <Tovra/Locale/LanguageTag.h>
+#include <Tovra/Mdib/LocalizedText.h>
+#include <Zalt/Localization/LocalizedText.h>
+#include <Zalt/Localization/LocalizedTextFilter.h>
+#include <Zalt/Localization/LocalizedTextReference.h>
+#include <Zalt/Localization/Private/Common/LocalizedTextStore.h>
+#include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
+#include <Zalt/LtsExport.h>
+
+#include <mutex>
+#include <set>
+#include <vector>
+
+namespace Zalt {
+namespace Localization {
+namespace Device {
+
+class ZALT_LTS_EXPORT LocalizedTextStoreImpl : public LocalizedTextStore,
+                                               private Impl::LocalizedTextStore {
+public:
+  LocalizedTextStoreImpl();
+  ~LocalizedTextStoreImpl() override;
+
+  LocalizedTextStoreImpl(const LocalizedTextStoreImpl&) = delete;
+  LocalizedTextStoreImpl& operator=(const LocalizedTextStoreImpl&) = delete;
+  LocalizedTextStoreImpl(LocalizedTextStoreImpl&&) = delete;
+  LocalizedTextStoreImpl& operator=(LocalizedTextStoreImpl&&) = delete;
+
+  void add(std::vector<Tovra::Mdib::LocalizedText>&& texts) override;
+  void add(const std::vector<Tovra::Mdib::LocalizedText>& texts) override;
+  std::vector<Tovra::Locale::LanguageTag> languages() const override;
+  Localization::LocalizedText text(const LocalizedTextReference& reference,
+                                   const Tovra::Locale::LanguageTag& language) const override;
+
+  // The MDIB texts that `filter` selects, in table order. Locks, so it sees
+  // the store before or after a whole add, never within one.
+  std::vector<Tovra::Mdib::LocalizedText> localizedTexts(const LocalizedTextFilter& filter) const;
+
+private:
+  // Validates and files one text; the caller holds `mutex`.
+  void addNoLock(Tovra::Mdib::LocalizedText&& text);
+
+  mutable std::mutex mutex;
+  std::set<Tovra::Locale::LanguageTag> knownLanguages;
+};
+
+}  // namespace Device
+}  // namespace Localization
+}  // namespace Zalt
