@@ -1,0 +1,254 @@
+#include "ResultsTable.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+#include <ostream>
+
+namespace ZaltBench {
+namespace {
+
+const char* const noResult = "–";
+
+double nanosecondsPer(benchmark::TimeUnit unit) {
+  switch (unit) {
+    case benchmark::kNanosecond:
+      return 1;
+    case benchmark::kMicrosecond:
+      return 1e3;
+    case benchmark::kMillisecond:
+      return 1e6;
+    case benchmark::kSecond:
+      return 1e9;
+  }
+  return 1;
+}
+
+std::string fixed(double value, int decimals) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%.*f", decimals, value);
+  return text;
+}
+
+// Three significant digits are all that a shared machine's timings carry.
+std::string rounded(double value) {
+  const double magnitude = std::fabs(value);
+  return fixed(value, magnitude < 10 ? 2 : magnitude < 100 ? 1 : 0);
+}
+
+std::string withThousands(const std::string& digits) {
+  std::string grouped;
+  for (std::size_t i = 0; i < digits.size(); ++i) {
+    if (i > 0 && (digits.size() - i) % 3 == 0) {
+      grouped += ',';
+    }
+    grouped += digits[i];
+  }
+  return grouped;
+}
+
+}  // namespace
+
+void ResultsTable::ReportRuns(const std::vector<Run>& runs) {
+  for (const Run& run : runs) {
+    const bool median = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
+    if (run.error_occurred || (run.run_type == Run::RT_Aggregate && !median)) {
+      continue;
+    }
+    Result result{run.GetAdjustedRealTime() * nanosecondsPer(run.time_unit), {}};
+    for (const auto& [name, counter] : run.counters) {
+      result.counters[name] = counter.value;
+    }
+    m_results[run.run_name.function_name] = std::move(result);
+  }
+  ConsoleReporter::ReportRuns(runs);
+}
+
+const ResultsTable::Result* ResultsTable::find(const std::string& name) const {
+  const auto found = m_results.find(name);
+  return found == m_results.end() ? nullptr : &found->second;
+}
+
+std::string ResultsTable::nanoseconds(const std::string& name) const {
+  const Result* result = find(name);
+  return result ? rounded(result->nanoseconds) : noResult;
+}
+
+std::string ResultsTable::ratio(const std::string& name, const std::string& floorName) const {
+  const Result* result = find(name);
+  const Result* floor = find(floorName);
+  return result && floor ? fixed(result->nanoseconds / floor->nanoseconds, 2) + "×" : noResult;
+}
+
+std::string ResultsTable::perUnit(const std::string& name, double units) const {
+  const Result* result = find(name);
+  return result ? rounded(result->nanoseconds / units) : noResult;
+}
+
+std::string ResultsTable::counter(const std::string& name, const std::string& counterName, int decimals) const {
+  const Result* result = find(name);
+  if (!result) {
+    return noResult;
+  }
+  const auto found = result->counters.find(counterName);
+  return found == result->counters.end() ? noResult : fixed(found->second, decimals);
+}
+
+std::vector<std::string> ResultsTable::sizesOf(const std::string& prefix) const {
+  std::vector<std::string> sizes;
+  for (const auto& [name, result] : m_results) {
+    if (name.compare(0, prefix.size(), prefix) == 0 && name.find('/', prefix.size()) == std::string::npos) {
+      sizes.push_back(name.substr(prefix.size()));
+    }
+  }
+  std::sort(sizes.begin(), sizes.end(),
+            [](const std::string& a, const std::string& b) { return std::stoull(a) < std::stoull(b); });
+  return sizes;
+}
+
+void ResultsTable::writeTextTable(std::ostream& out, const std::string& outcome) const {
+  out << "| texts | plain | width | lines | both | worst ratio | plain ÷ log2(texts) |\n"
+      << "|---:|---:|---:|---:|---:|---:|---:|\n";
+  for (const std::string& size : sizesOf("text/plain/" + outcome + "/")) {
+    out << "| " << withThousands(size);
+    double worst = 0;
+    for (const char* strategy : {"plain", "width", "lines", "both"}) {
+      const std::string name = std::string(strategy) + "/" + outcome + "/" + size;
+      const Result* text = find("text/" + name);
+      const Result* floor = find("floor/" + name);
+      if (text && floor) {
+        worst = std::max(worst, text->nanoseconds / floor->nanoseconds);
+      }
+      out << " | " << nanoseconds("text/" + name) << " / " << nanoseconds("floor/" + name) << " = "
+          << ratio("text/" + name, "floor/" + name);
+    }
+    const Result* plain = find("text/plain/" + outcome + "/" + size);
+    out << " | " << fixed(worst, 2) << "× | "
+        << (plain ? fixed(plain->nanoseconds / std::log2(std::stod(size)), 2) : noResult) << " |\n";
+  }
+}
+
+void ResultsTable::writeAddTable(std::ostream& out) const {
+  out << "| texts | one call: ms | ns per text | batches of 100: ms | batches of 10: ms | batches of 1: ms |\n"
+      << "|---:|---:|---:|---:|---:|---:|\n";
+  for (const std::string& size : sizesOf("add/whole/")) {
+    const Result* whole = find("add/whole/" + size);
+    out << "| " << withThousands(size) << " | " << fixed(whole->nanoseconds / 1e6, 1) << " | "
+        << rounded(whole->nanoseconds / std::stod(size));
+    for (const char* batch : {"100", "10", "1"}) {
+      const std::string name = std::string("add/batch") + batch + "/" + size;
+      const Result* batched = find(name);
+      out << " | "
+          << (batched ? fixed(batched->nanoseconds / 1e6, 1) + " (" + ratio(name, "add/whole/" + size) + ")"
+                      : noResult);
+    }
+    out << " |\n";
+  }
+  out << "\nCalls in batches, and how many of them the consistency check rejected:\n\n"
+      << "| texts | batches of 100 | batches of 10 | batches of 1 |\n"
+      << "|---:|---:|---:|---:|\n";
+  for (const std::string& size : sizesOf("add/batch1/")) {
+    out << "| " << withThousands(size);
+    for (const char* batch : {"100", "10", "1"}) {
+      const std::string name = std::string("add/batch") + batch + "/" + size;
+      out << " | " << counter(name, "rejected", 0) << " of " << counter(name, "calls", 0);
+    }
+    out << " |\n";
+  }
+}
+
+void ResultsTable::writeQueryTable(std::ostream& out) const {
+  out << "| texts | 100 references, one language: µs | all-empty filter: ms | ns per returned text |"
+         " languages(): ns |\n"
+      << "|---:|---:|---:|---:|---:|\n";
+  for (const std::string& size : sizesOf("localizedTexts/all/")) {
+    const Result* hundred = find("localizedTexts/refs100/" + size);
+    const Result* all = find("localizedTexts/all/" + size);
+    // The all-empty filter returns the newest of the two versions: half the texts.
+    out << "| " << withThousands(size) << " | " << (hundred ? rounded(hundred->nanoseconds / 1e3) : noResult)
+        << " | " << fixed(all->nanoseconds / 1e6, 2) << " | " << rounded(all->nanoseconds / (std::stod(size) / 2))
+        << " | " << nanoseconds("languages/" + size) << " |\n";
+  }
+}
+
+void ResultsTable::writeMemoryTable(std::ostream& out) const {
+  out << "| texts | heap bytes per text | text bytes per text | heap ÷ text | reference and language bytes per text |\n"
+      << "|---:|---:|---:|---:|---:|\n";
+  for (const std::string& size : sizesOf("memory/")) {
+    const Result* memory = find("memory/" + size);
+    const double heap = memory->counters.at("heap_per_text");
+    const double payload = memory->counters.at("payload_per_text");
+    out << "| " << withThousands(size) << " | " << fixed(heap, 0) << " | " << fixed(payload, 1) << " | "
+        << fixed(heap / payload, 1) << "× | " << fixed(memory->counters.at("key_text_per_text"), 1) << " |\n";
+  }
+}
+
+void ResultsTable::writePlanningTable(std::ostream& out) const {
+  out << "| references | add: ns per reference | isCovered: ns | merge: ns per reference | makeFilters: µs |"
+         " sliceReferences: µs |\n"
+      << "|---:|---:|---:|---:|---:|---:|\n";
+  for (const std::string& size : sizesOf("makeFilters/")) {
+    const double references = std::stod(size);
+    // A merge adds the incoming half of the references.
+    out << "| " << withThousands(size) << " | " << perUnit("refstore/add/" + size, references) << " | "
+        << nanoseconds("refstore/isCovered/" + size) << " | " << perUnit("refstore/merge/" + size, references / 2)
+        << " | " << perUnit("makeFilters/" + size, 1e3) << " | " << perUnit("sliceReferences/" + size, 1e3)
+        << " |\n";
+  }
+}
+
+void ResultsTable::writeLineBreakTable(std::ostream& out) const {
+  out << "| text | bytes | numberOfLineBreaks: MB/s | byte loop: MB/s | time ÷ byte loop |\n"
+      << "|---|---:|---:|---:|---:|\n";
+  for (const char* input : {"ascii", "mixed", "breaks"}) {
+    const std::string prefix = std::string("lines/count/") + input + "/";
+    for (const std::string& size : sizesOf(prefix)) {
+      const std::string floorName = std::string("lines/floor/") + input + "/" + size;
+      const auto megabytes = [this, &size](const std::string& name) {
+        const Result* result = find(name);
+        return result ? fixed(std::stod(size) / result->nanoseconds * 1e3, 0) : std::string(noResult);
+      };
+      out << "| " << input << " | " << withThousands(size) << " | " << megabytes(prefix + size) << " | "
+          << megabytes(floorName) << " | " << ratio(prefix + size, floorName) << " |\n";
+    }
+  }
+}
+
+void ResultsTable::writePlotData(std::ostream& out) const {
+  out << "# texts floor(plain,hit) plain width lines both floor(plain,miss) plain(miss), all in ns\n";
+  for (const std::string& size : sizesOf("text/plain/hit/")) {
+    out << size;
+    for (const char* name : {"floor/plain/hit/", "text/plain/hit/", "text/width/hit/", "text/lines/hit/",
+                             "text/both/hit/", "floor/plain/miss/", "text/plain/miss/"}) {
+      const Result* result = find(name + size);
+      out << ' ' << (result ? fixed(result->nanoseconds, 2) : "NaN");
+    }
+    out << '\n';
+  }
+}
+
+bool ResultsTable::write(const std::string& directory) const {
+  std::ofstream tables(directory + "/results.md");
+  tables << "### `text` against one descent of a bare `std::map` (hits)\n\n"
+         << "Each cell: `text` ns / floor ns = ratio, the floor being `lower_bound` for the same search key.\n\n";
+  writeTextTable(tables, "hit");
+  tables << "\n### `text` against one descent (misses: references between stored ones)\n\n";
+  writeTextTable(tables, "miss");
+  tables << "\n### `add`: a whole catalogue in one call, and in batches (× the one call)\n\n";
+  writeAddTable(tables);
+  tables << "\n### `localizedTexts` and `languages`\n\n";
+  writeQueryTable(tables);
+  tables << "\n### Memory\n\n";
+  writeMemoryTable(tables);
+  tables << "\n### Reference store and request planning\n\n";
+  writePlanningTable(tables);
+  tables << "\n### Line-break counting against a byte loop counting line feeds\n\n";
+  writeLineBreakTable(tables);
+
+  std::ofstream plot(directory + "/text-cost.dat");
+  writePlotData(plot);
+  return static_cast<bool>(tables) && static_cast<bool>(plot);
+}
+
+}  // namespace ZaltBench

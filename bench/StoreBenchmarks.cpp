@@ -1,0 +1,321 @@
+#include "Benchmarks.h"
+#include "Catalogue.h"
+
+#include <Tovra/Locale/Utf8.h>
+#include <Zalt/Errors/InternalConsistencyFailure.h>
+#include <Zalt/Localization/LocalizedTextFilter.h>
+#include <Zalt/Localization/Private/Common/LocalizedTextStoreKey.h>
+#include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
+#include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
+#include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStoreImpl.h>
+
+#include <benchmark/benchmark.h>
+
+#include <malloc.h>
+
+#include <array>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace ZaltBench {
+namespace {
+
+using Tovra::Locale::LanguageTag;
+using Tovra::Mdib::LocalizedText;
+using Tovra::Mdib::LocalizedTextRef;
+using Zalt::Localization::LocalizedTextFilter;
+using Zalt::Localization::Device::LocalizedTextStore;
+using Zalt::Localization::Device::LocalizedTextStoreImpl;
+using Zalt::Localization::Impl::LocalizedTextStoreKey;
+
+// A power of two, so the next query is a mask away; enough distinct lookups
+// that the store's upper levels, not single entries, are what stays cached.
+constexpr std::size_t queryCount = 1024;
+constexpr std::size_t filterReferences = 100;
+
+// A bare ordered map over the store's own keys: one lower_bound on it is the
+// least that any lookup in the store can cost.
+using DescentFloor = std::map<LocalizedTextStoreKey, Tovra::Locale::Utf8>;
+
+std::shared_ptr<LocalizedTextStoreImpl> newStore() {
+  return std::static_pointer_cast<LocalizedTextStoreImpl>(LocalizedTextStore::createLocalizedTextStore());
+}
+
+DescentFloor descentFloorOf(const std::vector<LocalizedText>& catalogue) {
+  DescentFloor floor;
+  for (const LocalizedText& text : catalogue) {
+    const Zalt::Localization::NumberOfLines lines = Zalt::Localization::Impl::numberOfLineBreaks(text.text()) + 1;
+    floor.emplace(LocalizedTextStoreKey{text.ref(), *text.lang(), *text.version(), text.textWidth(), lines},
+                  text.text());
+  }
+  return floor;
+}
+
+// A catalogue filled into a store and into its descent floor. Building one at
+// a million texts takes seconds, so the benchmarks of one size share it, and
+// only one size is held at a time.
+struct FilledStore {
+  explicit FilledStore(std::size_t references_)
+      : references(references_), catalogue(makeCatalogue(references)), store(newStore()),
+        floor(descentFloorOf(catalogue)) {
+    store->add(catalogue);
+  }
+
+  std::size_t references;
+  std::vector<LocalizedText> catalogue;
+  std::shared_ptr<LocalizedTextStoreImpl> store;
+  DescentFloor floor;
+};
+
+const FilledStore& filledStore(std::size_t references) {
+  static std::unique_ptr<FilledStore> current;
+  if (!current || current->references != references) {
+    current.reset();
+    current = std::make_unique<FilledStore>(references);
+  }
+  return *current;
+}
+
+std::int64_t asCount(std::size_t value) {
+  return static_cast<std::int64_t>(value);
+}
+
+std::size_t heapInUse() {
+  const struct mallinfo2 info = mallinfo2();
+  return info.uordblks + info.hblkhd;
+}
+
+void addWholeCatalogue(benchmark::State& state, std::size_t references) {
+  const std::vector<LocalizedText>& catalogue = filledStore(references).catalogue;
+  for (auto _ : state) {
+    std::shared_ptr<LocalizedTextStoreImpl> store = newStore();
+    store->add(catalogue);
+    state.PauseTiming();
+    store.reset();
+    state.ResumeTiming();
+  }
+  state.SetItemsProcessed(state.iterations() * asCount(catalogue.size()));
+}
+
+// A device that hands its catalogue over a few texts at a time. The catalogue
+// comes in reference order, so most calls end inside a reference whose other
+// languages are still missing: the consistency check then walks the whole
+// table up to that last reference and throws. The texts stay filed (adding is
+// not transactional), and the call that brings the last text must pass.
+void addInBatches(benchmark::State& state, std::size_t references, std::size_t batchSize) {
+  const std::vector<LocalizedText> catalogue = makeCatalogue(references);
+  std::vector<std::vector<LocalizedText>> batches;
+  for (std::size_t first = 0; first < catalogue.size(); first += batchSize) {
+    const auto begin = catalogue.begin() + static_cast<std::ptrdiff_t>(first);
+    batches.emplace_back(begin, begin + static_cast<std::ptrdiff_t>(std::min(batchSize, catalogue.size() - first)));
+  }
+  std::int64_t rejectedCalls = 0;
+  bool lastCallPassed = false;
+  for (auto _ : state) {
+    std::shared_ptr<LocalizedTextStoreImpl> store = newStore();
+    for (const std::vector<LocalizedText>& batch : batches) {
+      try {
+        store->add(batch);
+        lastCallPassed = true;
+      } catch (const Zalt::InternalConsistencyFailure&) {
+        ++rejectedCalls;
+        lastCallPassed = false;
+      }
+    }
+    state.PauseTiming();
+    store.reset();
+    state.ResumeTiming();
+  }
+  if (!lastCallPassed) {
+    state.SkipWithError("the whole catalogue should pass the consistency check");
+    return;
+  }
+  state.SetItemsProcessed(state.iterations() * asCount(catalogue.size()));
+  state.counters["calls"] = static_cast<double>(batches.size());
+  state.counters["rejected"] = static_cast<double>(rejectedCalls) / static_cast<double>(state.iterations());
+}
+
+bool answersAsExpected(const LocalizedTextStore& store, const std::vector<TextQuery>& queries, Outcome outcome) {
+  for (const TextQuery& query : queries) {
+    const bool found = !store.text(query.reference, query.language).text().empty();
+    if (found != (outcome == Outcome::Hit)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void lookUpTexts(benchmark::State& state, std::size_t references, Strategy strategy, Outcome outcome) {
+  const LocalizedTextStore& store = *filledStore(references).store;
+  const std::vector<TextQuery> queries = makeTextQueries(references, strategy, outcome, queryCount);
+  // Also warms the store: every lookup below has been asked once.
+  if (!answersAsExpected(store, queries, outcome)) {
+    state.SkipWithError("a hit found nothing or a miss found a text");
+    return;
+  }
+  std::size_t next = 0;
+  for (auto _ : state) {
+    const TextQuery& query = queries[next];
+    next = (next + 1) & (queryCount - 1);
+    benchmark::DoNotOptimize(store.text(query.reference, query.language));
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
+void descendFloor(benchmark::State& state, std::size_t references, Strategy strategy, Outcome outcome) {
+  const DescentFloor& floor = filledStore(references).floor;
+  const std::vector<TextQuery> queries = makeTextQueries(references, strategy, outcome, queryCount);
+  for (const TextQuery& query : queries) {
+    benchmark::DoNotOptimize(floor.lower_bound(query.searchKey));
+  }
+  std::size_t next = 0;
+  for (auto _ : state) {
+    const TextQuery& query = queries[next];
+    next = (next + 1) & (queryCount - 1);
+    benchmark::DoNotOptimize(floor.lower_bound(query.searchKey));
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
+// A peer's request for one screen's worth of references in one language.
+void queryHundredReferences(benchmark::State& state, std::size_t references) {
+  const LocalizedTextStoreImpl& store = *filledStore(references).store;
+  std::set<LocalizedTextRef> refs;
+  for (std::size_t i = 0; i < filterReferences; ++i) {
+    refs.insert(storedReference(i * references / filterReferences, references));
+  }
+  const LocalizedTextFilter filter(std::move(refs), boost::none, {LanguageTag("en-US")}, {}, {});
+  // The newest version of each reference, all its variants.
+  if (store.localizedTexts(filter).size() != filterReferences * variantsPerVersion) {
+    state.SkipWithError("the filter should find every variant of the newest version");
+    return;
+  }
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(store.localizedTexts(filter));
+  }
+  state.SetItemsProcessed(state.iterations() * asCount(filterReferences * variantsPerVersion));
+}
+
+void queryEverything(benchmark::State& state, std::size_t references) {
+  const LocalizedTextStoreImpl& store = *filledStore(references).store;
+  const LocalizedTextFilter filter({}, boost::none, {}, {}, {});
+  const std::size_t newestTexts = references * languagesPerReference * variantsPerVersion;
+  if (store.localizedTexts(filter).size() != newestTexts) {
+    state.SkipWithError("the all-empty filter should find the newest version of everything");
+    return;
+  }
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(store.localizedTexts(filter));
+  }
+  state.SetItemsProcessed(state.iterations() * asCount(newestTexts));
+}
+
+void askLanguages(benchmark::State& state, std::size_t references) {
+  const LocalizedTextStore& store = *filledStore(references).store;
+  if (store.languages() != catalogueLanguages()) {
+    state.SkipWithError("the store should hold the catalogue's languages");
+    return;
+  }
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(store.languages());
+  }
+}
+
+// Heap growth while a store takes the catalogue, per text, beside what the
+// texts and their keys weigh by themselves.
+void measureMemory(benchmark::State& state, std::size_t references) {
+  const std::vector<LocalizedText> catalogue = makeCatalogue(references);
+  std::size_t payload = 0;
+  std::size_t keyText = 0;
+  for (const LocalizedText& text : catalogue) {
+    payload += text.text().value().size();
+    keyText += text.ref().get().value().size() + text.lang()->tag().size();
+  }
+  std::size_t grown = 0;
+  for (auto _ : state) {
+    const std::size_t before = heapInUse();
+    std::shared_ptr<LocalizedTextStoreImpl> store = newStore();
+    store->add(catalogue);
+    grown = heapInUse() - before;
+    state.PauseTiming();
+    store.reset();
+    state.ResumeTiming();
+  }
+  const auto perText = [&catalogue](std::size_t bytes) {
+    return static_cast<double>(bytes) / static_cast<double>(catalogue.size());
+  };
+  state.counters["heap_per_text"] = perText(grown);
+  state.counters["payload_per_text"] = perText(payload);
+  state.counters["key_text_per_text"] = perText(keyText);
+}
+
+std::string sizeSuffix(std::size_t references) {
+  return "/" + std::to_string(references * textsPerReference);
+}
+
+}  // namespace
+
+void registerStoreBenchmarks(const std::vector<std::size_t>& catalogueTexts) {
+  constexpr std::array<Strategy, 4> strategies = {Strategy::Plain, Strategy::WidthOnly, Strategy::LinesOnly,
+                                                  Strategy::WidthAndLines};
+  for (const std::size_t texts : catalogueTexts) {
+    const std::size_t references = referencesFor(texts);
+    const std::string size = sizeSuffix(references);
+    benchmark::RegisterBenchmark(("memory" + size).c_str(), measureMemory, references)->Iterations(1);
+    benchmark::RegisterBenchmark(("add/whole" + size).c_str(), addWholeCatalogue, references)
+        ->MinTime(0.3)
+        ->Unit(benchmark::kMillisecond);
+    for (const Outcome outcome : {Outcome::Hit, Outcome::Miss}) {
+      for (const Strategy strategy : strategies) {
+        const std::string name = strategyName(strategy) + "/" + outcomeName(outcome) + size;
+        // Repeated and interleaved, so that a burst of load on the machine
+        // shows in the spread rather than in one side of a ratio.
+        benchmark::RegisterBenchmark(("floor/" + name).c_str(), descendFloor, references, strategy, outcome)
+            ->MinTime(0.05)
+            ->Repetitions(3)
+            ->ReportAggregatesOnly();
+        benchmark::RegisterBenchmark(("text/" + name).c_str(), lookUpTexts, references, strategy, outcome)
+            ->MinTime(0.05)
+            ->Repetitions(3)
+            ->ReportAggregatesOnly();
+      }
+    }
+    if (references >= filterReferences) {
+      benchmark::RegisterBenchmark(("localizedTexts/refs100" + size).c_str(), queryHundredReferences, references)
+          ->MinTime(0.2)
+          ->Unit(benchmark::kMicrosecond);
+    }
+    benchmark::RegisterBenchmark(("localizedTexts/all" + size).c_str(), queryEverything, references)
+        ->MinTime(0.2)
+        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark(("languages" + size).c_str(), askLanguages, references)->MinTime(0.1);
+  }
+}
+
+void registerBatchedAddBenchmarks() {
+  // Each call checks the whole table, so a catalogue in batches costs the
+  // square of its size: the largest sizes here already take seconds.
+  struct Batching {
+    std::size_t batchSize;
+    std::vector<std::size_t> catalogueTexts;
+  };
+  const std::array<Batching, 3> batchings = {{
+      {100, {1000, 3200, 10000, 32000, 100000}},
+      {10, {1000, 3200, 10000, 32000}},
+      {1, {1000, 3200, 10000}},
+  }};
+  for (const Batching& batching : batchings) {
+    for (const std::size_t texts : batching.catalogueTexts) {
+      const std::size_t references = referencesFor(texts);
+      const std::string name = "add/batch" + std::to_string(batching.batchSize) + sizeSuffix(references);
+      benchmark::RegisterBenchmark(name.c_str(), addInBatches, references, batching.batchSize)
+          ->Iterations(1)
+          ->Unit(benchmark::kMillisecond);
+    }
+  }
+}
+
+}  // namespace ZaltBench
