@@ -1,4 +1,5 @@
 # cmake -DPROGRAM=<executable> -DEXPECTED=<file> -P CompareOutput.cmake
+cmake_minimum_required(VERSION 3.25)
 execute_process(COMMAND ${PROGRAM} OUTPUT_VARIABLE actual RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
   message(FATAL_ERROR "${PROGRAM} exited with ${result}")

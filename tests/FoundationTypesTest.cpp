@@ -1,12 +1,9 @@
 #include <Tovra/Locale/LanguageTag.h>
-#include <Tovra/Locale/Utf8.h>
-#include <Tovra/Mdib/LocalizedText.h>
-#include <Zalt/Localization/LocalizedText.h>
 #include <Zalt/Localization/LocalizedTextFilter.h>
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <set>
 
 namespace {
 
@@ -25,26 +22,6 @@ TEST(LanguageTag, TwoLetterLanguageAndCountryForm) {
   }
   EXPECT_NE(LanguageTag("en-US"), LanguageTag("en-us"));
   EXPECT_LT(LanguageTag(), LanguageTag("a"));
-}
-
-TEST(Utf8, KeepsEveryByteAndOrdersUnsigned) {
-  const Utf8 withNul(std::string("a\0b", 3));
-  EXPECT_EQ(withNul.value().size(), 3U);
-  EXPECT_NE(withNul, Utf8("a"));
-  EXPECT_LT(Utf8("a"), withNul);
-  EXPECT_LT(Utf8("\x7F"), Utf8("\x80"));
-  EXPECT_TRUE(Utf8().empty());
-}
-
-TEST(LocalizedText, EmptyAnswerHasOneLineAndNothingElse) {
-  const auto empty = Zalt::Localization::LocalizedText::empty();
-  EXPECT_TRUE(empty.text().empty());
-  EXPECT_FALSE(empty.lang());
-  EXPECT_TRUE(empty.ref().get().empty());
-  EXPECT_FALSE(empty.version());
-  EXPECT_FALSE(empty.textWidth());
-  EXPECT_EQ(empty.numberOfLines(), 1U);
-  EXPECT_NE(empty, Zalt::Localization::LocalizedText(Tovra::Mdib::LocalizedText(""), 2));
 }
 
 TEST(LocalizedTextFilter, TakesTheSetsAndCopiesTheVersion) {

@@ -1,6 +1,8 @@
 # cmake -DBUILD_DIR=... -DSOURCE_DIR=... -DCONSUMER_SOURCE_DIR=... -DWORK_DIR=... -DGENERATOR=... -DCONFIG=...
 #       -P RunPackageTest.cmake
 # Builds the consumer against the installed package, then with the library added as a subdirectory.
+cmake_minimum_required(VERSION 3.25)
+
 function(run)
   execute_process(COMMAND ${ARGV} RESULT_VARIABLE result)
   if(NOT result EQUAL 0)
