@@ -13,7 +13,7 @@ LocalizedText::LocalizedText(Locale::Utf8 text, boost::optional<Locale::Language
     : m_text(std::move(text)),
       m_lang(std::move(lang)),
       m_ref(std::move(ref)),
-      m_version(version),
+      m_version(std::move(version)),
       m_textWidth(textWidth) {}
 
 bool operator==(const LocalizedText& lhs, const LocalizedText& rhs) {

@@ -8,9 +8,9 @@ namespace Zalt {
 namespace Localization {
 namespace Device {
 
-LocalizedTextStore::LocalizedTextStore(const LocalizedTextStore& /*other*/) {}
+LocalizedTextStore::LocalizedTextStore(const LocalizedTextStore& /*other*/) = default;
 
-LocalizedTextStore& LocalizedTextStore::operator=(const LocalizedTextStore& /*other*/) { return *this; }
+LocalizedTextStore& LocalizedTextStore::operator=(const LocalizedTextStore& /*other*/) = default;
 
 LocalizedTextStore::~LocalizedTextStore() = default;
 

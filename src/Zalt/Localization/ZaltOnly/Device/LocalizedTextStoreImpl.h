@@ -49,11 +49,13 @@ public:
   std::vector<Tovra::Mdib::LocalizedText> localizedTexts(const LocalizedTextFilter& filter) const;
 
 private:
-  // Validates and files one text; the caller holds `mutex`.
+  // Validates and files one text; the caller holds `mutex`, and an accepted
+  // language joins `knownLanguages`.
   void addNoLock(Tovra::Mdib::LocalizedText&& text);
 
-  mutable std::mutex mutex;
-  std::set<Tovra::Locale::LanguageTag> knownLanguages;
+  // The contracts above refer to these two by name, hence no m_ prefix.
+  mutable std::mutex mutex;                             // NOLINT(readability-identifier-naming)
+  std::set<Tovra::Locale::LanguageTag> knownLanguages;  // NOLINT(readability-identifier-naming)
 };
 
 }  // namespace Device
