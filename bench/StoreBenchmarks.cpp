@@ -12,7 +12,9 @@
 #include <benchmark/benchmark.h>
 
 #include <malloc.h>
+#include <time.h>
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <memory>
@@ -31,8 +33,8 @@ using Zalt::Localization::Device::LocalizedTextStore;
 using Zalt::Localization::Device::LocalizedTextStoreImpl;
 using Zalt::Localization::Impl::LocalizedTextStoreKey;
 
-// A power of two, so the next query is a mask away; enough distinct lookups
-// that the store's upper levels, not single entries, are what stays cached.
+// Enough distinct lookups that the store's upper levels, not single entries,
+// are what stays cached, as on a display that shows a few hundred texts.
 constexpr std::size_t queryCount = 1024;
 constexpr std::size_t filterReferences = 100;
 
@@ -148,36 +150,79 @@ bool answersAsExpected(const LocalizedTextStore& store, const std::vector<TextQu
   return true;
 }
 
+// The processor time of this thread: on a shared machine, time that other
+// processes take from it would otherwise land in whichever side of a round
+// they happen to interrupt.
+double threadCpuSeconds() {
+  timespec now{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+// One untimed pass brings the lookups' paths back into the caches that the
+// other side of the round used, so that both sides are timed warm.
+template <typename Lookup>
+double secondsFor(const std::vector<TextQuery>& queries, const Lookup& lookup) {
+  for (const TextQuery& query : queries) {
+    lookup(query);
+  }
+  const double start = threadCpuSeconds();
+  for (const TextQuery& query : queries) {
+    lookup(query);
+  }
+  return threadCpuSeconds() - start;
+}
+
+double median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+// Each round runs the same queries as bare descents of the floor and as
+// store lookups, back to back and in alternating order, so that load from
+// elsewhere on the machine falls on both sides of a round's ratio. The
+// reported time is the store's; the counters hold the medians over rounds.
 void lookUpTexts(benchmark::State& state, std::size_t references, Strategy strategy, Outcome outcome) {
-  const LocalizedTextStore& store = *filledStore(references).store;
+  const FilledStore& filled = filledStore(references);
+  const LocalizedTextStore& store = *filled.store;
   const std::vector<TextQuery> queries = makeTextQueries(references, strategy, outcome, queryCount);
   // Also warms the store: every lookup below has been asked once.
   if (!answersAsExpected(store, queries, outcome)) {
     state.SkipWithError("a hit found nothing or a miss found a text");
     return;
   }
-  std::size_t next = 0;
-  for (auto _ : state) {
-    const TextQuery& query = queries[next];
-    next = (next + 1) & (queryCount - 1);
+  const auto descend = [&filled](const TextQuery& query) {
+    benchmark::DoNotOptimize(filled.floor.lower_bound(query.searchKey));
+  };
+  const auto lookUp = [&store](const TextQuery& query) {
     benchmark::DoNotOptimize(store.text(query.reference, query.language));
-  }
-  state.SetItemsProcessed(state.iterations());
-}
-
-void descendFloor(benchmark::State& state, std::size_t references, Strategy strategy, Outcome outcome) {
-  const DescentFloor& floor = filledStore(references).floor;
-  const std::vector<TextQuery> queries = makeTextQueries(references, strategy, outcome, queryCount);
-  for (const TextQuery& query : queries) {
-    benchmark::DoNotOptimize(floor.lower_bound(query.searchKey));
-  }
-  std::size_t next = 0;
+  };
+  std::vector<double> floorSeconds;
+  std::vector<double> textSeconds;
+  std::vector<double> ratios;
+  bool floorFirst = true;
   for (auto _ : state) {
-    const TextQuery& query = queries[next];
-    next = (next + 1) & (queryCount - 1);
-    benchmark::DoNotOptimize(floor.lower_bound(query.searchKey));
+    double floor = 0;
+    double text = 0;
+    if (floorFirst) {
+      floor = secondsFor(queries, descend);
+      text = secondsFor(queries, lookUp);
+    } else {
+      text = secondsFor(queries, lookUp);
+      floor = secondsFor(queries, descend);
+    }
+    floorFirst = !floorFirst;
+    state.SetIterationTime(text);
+    floorSeconds.push_back(floor);
+    textSeconds.push_back(text);
+    ratios.push_back(text / floor);
   }
-  state.SetItemsProcessed(state.iterations());
+  state.SetItemsProcessed(state.iterations() * asCount(queryCount));
+  const double nanosecondsPerLookup = 1e9 / queryCount;
+  state.counters["text_ns"] = median(textSeconds) * nanosecondsPerLookup;
+  state.counters["floor_ns"] = median(floorSeconds) * nanosecondsPerLookup;
+  state.counters["ratio"] = median(ratios);
 }
 
 // A peer's request for one screen's worth of references in one language.
@@ -271,16 +316,9 @@ void registerStoreBenchmarks(const std::vector<std::size_t>& catalogueTexts) {
     for (const Outcome outcome : {Outcome::Hit, Outcome::Miss}) {
       for (const Strategy strategy : strategies) {
         const std::string name = strategyName(strategy) + "/" + outcomeName(outcome) + size;
-        // Repeated and interleaved, so that a burst of load on the machine
-        // shows in the spread rather than in one side of a ratio.
-        benchmark::RegisterBenchmark(("floor/" + name).c_str(), descendFloor, references, strategy, outcome)
-            ->MinTime(0.05)
-            ->Repetitions(3)
-            ->ReportAggregatesOnly();
         benchmark::RegisterBenchmark(("text/" + name).c_str(), lookUpTexts, references, strategy, outcome)
-            ->MinTime(0.05)
-            ->Repetitions(3)
-            ->ReportAggregatesOnly();
+            ->UseManualTime()
+            ->MinTime(0.15);
       }
     }
     if (references >= filterReferences) {

@@ -24,8 +24,11 @@ compiler=$(sed -n 's/^CMAKE_CXX_COMPILER:[A-Z]*=//p' build/bench/CMakeCache.txt)
   echo
   "$compiler" --version | head -n 1
   echo "kernel $(uname -r), $(date -u '+%Y-%m-%d %H:%M UTC')"
+  # Load from other work on the machine shows up in every number: keep it beside them.
+  echo "load average before the run: $(cut -d' ' -f1-3 /proc/loadavg)"
 } >"$results_dir/machine.txt"
 
 build/bench/bench/zalt_lts_bench --results_dir="$results_dir" \
   --benchmark_out="$results_dir/results.json" --benchmark_out_format=json "$@"
+echo "load average after the run: $(cut -d' ' -f1-3 /proc/loadavg)" >>"$results_dir/machine.txt"
 bench/plot.sh "$results_dir"
