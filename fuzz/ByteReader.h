@@ -54,7 +54,7 @@ private:
     const std::size_t length = count < m_size - m_position ? count : m_size - m_position;
     std::string bytes(length, '\0');
     if (length != 0) {
-      std::memcpy(&bytes[0], m_data + m_position, length);
+      std::memcpy(bytes.data(), m_data + m_position, length);
     }
     m_position += length;
     return bytes;

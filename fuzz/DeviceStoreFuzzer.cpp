@@ -63,10 +63,22 @@ using Zalt::Localization::Device::LocalizedTextStoreImpl;
 using MdibText = Tovra::Mdib::LocalizedText;
 using Answer = Zalt::Localization::LocalizedText;
 
-const std::vector<std::string> textPool{
-    "", "Herz", "Alarm\r\nsilenced", "a\rb\r", "x\xE2\x80\xA8y", "1\n2\n3", "\x80", "a\xC3", "\xED\xA0\x80"};
-const std::vector<std::string> languagePool{"en-US", "de-DE", "fr-CH", "en-us", "en", "", "en-US ", "e1-US"};
-const std::vector<std::string> refPool{"hr", "spo2", "a", "", std::string("a\0b", 3)};
+const std::vector<std::string>& textPool() {
+  static const std::vector<std::string> pool{"",       "Herz",           "Alarm\r\nsilenced",
+                                             "a\rb\r", "x\xE2\x80\xA8y", "1\n2\n3",
+                                             "\x80",   "a\xC3",          "\xED\xA0\x80"};
+  return pool;
+}
+
+const std::vector<std::string>& languagePool() {
+  static const std::vector<std::string> pool{"en-US", "de-DE", "fr-CH", "en-us", "en", "", "en-US ", "e1-US"};
+  return pool;
+}
+
+const std::vector<std::string>& refPool() {
+  static const std::vector<std::string> pool{"hr", "spo2", "a", "", std::string("a\0b", 3)};
+  return pool;
+}
 
 // ---- Reading operations from the input
 
@@ -91,12 +103,12 @@ LocalizedTextWidth readWidth(ZaltFuzz::ByteReader& in, bool anyValue) {
 
 MdibText readText(ZaltFuzz::ByteReader& in) {
   const std::uint8_t parts = in.byte();
-  Utf8 value(in.string(textPool));
+  Utf8 value(in.string(textPool()));
   boost::optional<LanguageTag> language;
   if ((parts & 1U) != 0) {
-    language = LanguageTag(in.string(languagePool));
+    language = LanguageTag(in.string(languagePool()));
   }
-  LocalizedTextRef ref(Utf8(in.string(refPool)));
+  LocalizedTextRef ref(Utf8(in.string(refPool())));
   boost::optional<VersionCounter> version;
   if ((parts & 2U) != 0) {
     version = readVersion(in, (parts & 8U) != 0);
@@ -118,7 +130,7 @@ std::vector<MdibText> readBatch(ZaltFuzz::ByteReader& in) {
 
 LocalizedTextReference readReference(ZaltFuzz::ByteReader& in) {
   const std::uint8_t parts = in.byte();
-  LocalizedTextRef ref(Utf8(in.string(refPool)));
+  LocalizedTextRef ref(Utf8(in.string(refPool())));
   const VersionCounter version = readVersion(in, (parts & 8U) != 0);
   boost::optional<LocalizedTextWidth> width;
   if ((parts & 1U) != 0) {
@@ -135,7 +147,7 @@ LocalizedTextFilter readFilter(ZaltFuzz::ByteReader& in) {
   const std::uint8_t parts = in.byte();
   std::set<LocalizedTextRef> refs;
   for (unsigned count = parts % 4U; count > 0; --count) {
-    refs.insert(LocalizedTextRef(Utf8(in.string(refPool))));
+    refs.insert(LocalizedTextRef(Utf8(in.string(refPool()))));
   }
   boost::optional<VersionCounter> version;
   if ((parts & 4U) != 0) {
@@ -143,7 +155,7 @@ LocalizedTextFilter readFilter(ZaltFuzz::ByteReader& in) {
   }
   std::set<LanguageTag> languages;
   for (unsigned count = (parts >> 3U) % 3U; count > 0; --count) {
-    languages.insert(LanguageTag(in.string(languagePool)));
+    languages.insert(LanguageTag(in.string(languagePool())));
   }
   std::set<LocalizedTextWidth> widths;
   std::set<NumberOfLines> lines;
@@ -347,7 +359,7 @@ private:
 
 void checkLockIsFree(const LocalizedTextStoreImpl& store) {
   // Never destroyed: its detached thread outlives every input.
-  static LockProbe* const probe = new LockProbe;
+  static auto* const probe = new LockProbe;
   FUZZ_CHECK(probe->completesInTime(store), "languages() on a second thread did not get the lock");
 }
 
@@ -359,6 +371,7 @@ void checkLanguages(const LocalizedTextStoreImpl& store, const Model& model) {
     FUZZ_CHECK(languages[i - 1] < languages[i], "languages() not sorted or duplicated at " << i);
   }
   std::vector<std::string> tags;
+  tags.reserve(languages.size());
   for (const LanguageTag& language : languages) {
     tags.push_back(language.tag());
   }
@@ -509,7 +522,9 @@ void runAdd(LocalizedTextStoreImpl& store, Model& model, ZaltFuzz::ByteReader& i
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+// libFuzzer calls its entry point by this name.
+extern "C" int LLVMFuzzerTestOneInput(  // NOLINT(readability-identifier-naming)
+    const std::uint8_t* data, std::size_t size) {
   ZaltFuzz::ByteReader in(data, size);
   const std::shared_ptr<Zalt::Localization::Device::LocalizedTextStore> created =
       Zalt::Localization::Device::LocalizedTextStore::createLocalizedTextStore();
@@ -529,7 +544,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
           break;
         case 4: {
           const LocalizedTextReference reference = readReference(in);
-          checkText(store, model, reference, LanguageTag(in.string(languagePool)));
+          checkText(store, model, reference, LanguageTag(in.string(languagePool())));
           break;
         }
         default:

@@ -15,7 +15,9 @@
 #include <stdexcept>
 #include <string>
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+// libFuzzer calls its entry point by this name.
+extern "C" int LLVMFuzzerTestOneInput(  // NOLINT(readability-identifier-naming)
+    const std::uint8_t* data, std::size_t size) {
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   const boost::optional<unsigned int> expected = ZaltFuzz::plainLineBreaks(bytes);
   try {

@@ -28,6 +28,7 @@
 
 #include <boost/optional.hpp>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
@@ -52,12 +53,19 @@ using Zalt::Localization::LocalizedTextReferenceStore;
 using Zalt::Localization::NumberOfLines;
 using References = std::set<LocalizedTextReference>;
 
-const std::vector<std::string> refPool{"a", "b", "ab", "", "hr", std::string("a\0", 2)};
-const std::vector<std::string> languagePool{"en-US", "de-DE", ""};
+const std::vector<std::string>& refPool() {
+  static const std::vector<std::string> pool{"a", "b", "ab", "", "hr", std::string("a\0", 2)};
+  return pool;
+}
+
+const std::vector<std::string>& languagePool() {
+  static const std::vector<std::string> pool{"en-US", "de-DE", ""};
+  return pool;
+}
 
 LocalizedTextReference readReference(ZaltFuzz::ByteReader& in) {
   const std::uint8_t parts = in.byte();
-  LocalizedTextRef ref(Utf8(in.string(refPool)));
+  LocalizedTextRef ref(Utf8(in.string(refPool())));
   // Mostly a few small values, so that references meet in one run.
   const VersionCounter version((parts & 4U) != 0 ? in.number64() : in.byte() % 3U);
   boost::optional<LocalizedTextWidth> width;
@@ -95,12 +103,8 @@ bool covers(const LocalizedTextReference& broader, const LocalizedTextReference&
 }
 
 bool coveredByAny(const References& references, const LocalizedTextReference& reference) {
-  for (const LocalizedTextReference& entry : references) {
-    if (covers(entry, reference)) {
-      return true;
-    }
-  }
-  return false;
+  return std::any_of(references.begin(), references.end(),
+                     [&reference](const LocalizedTextReference& entry) { return covers(entry, reference); });
 }
 
 bool noEntryCoversAnother(const References& references) {
@@ -307,9 +311,11 @@ void runOperation(Tracked (&stores)[2], ZaltFuzz::ByteReader& in) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+// libFuzzer calls its entry point by this name.
+extern "C" int LLVMFuzzerTestOneInput(  // NOLINT(readability-identifier-naming)
+    const std::uint8_t* data, std::size_t size) {
   ZaltFuzz::ByteReader in(data, size);
-  const LanguageTag language(in.string(languagePool));
+  const LanguageTag language(in.string(languagePool()));
   Tracked stores[2];
   try {
     while (!in.empty()) {
