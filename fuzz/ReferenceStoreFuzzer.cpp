@@ -33,6 +33,7 @@
 #include <cstdint>
 #include <exception>
 #include <iterator>
+#include <map>
 #include <set>
 #include <string>
 #include <tuple>
@@ -107,11 +108,19 @@ bool coveredByAny(const References& references, const LocalizedTextReference& re
                      [&reference](const LocalizedTextReference& entry) { return covers(entry, reference); });
 }
 
+// Only references of one text reference and version can cover each other, so
+// the pairs are compared run by run.
 bool noEntryCoversAnother(const References& references) {
-  for (auto a = references.begin(); a != references.end(); ++a) {
-    for (auto b = references.begin(); b != references.end(); ++b) {
-      if (a != b && covers(*a, *b)) {
-        return false;
+  std::map<std::pair<std::string, std::uint64_t>, std::vector<const LocalizedTextReference*>> runs;
+  for (const LocalizedTextReference& reference : references) {
+    runs[{reference.ref.get().value(), reference.version.get()}].push_back(&reference);
+  }
+  for (const auto& run : runs) {
+    for (const LocalizedTextReference* a : run.second) {
+      for (const LocalizedTextReference* b : run.second) {
+        if (a != b && covers(*a, *b)) {
+          return false;
+        }
       }
     }
   }
