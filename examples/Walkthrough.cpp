@@ -63,9 +63,11 @@ const CatalogueLine catalogue[] = {
     {"alarm.hr.high", 2, LocalizedTextWidth::Large, "Heart rate too high", "Herzfrequenz zu hoch",
      "Fréquence cardiaque trop haute"},
     {"alarm.hr.high", 2, LocalizedTextWidth::ExtraLarge, "Heart rate above upper limit\nCheck patient",
-     "Herzfrequenz über Obergrenze\nPatient prüfen", "Fréquence cardiaque au-dessus de la limite\nVérifier le patient"},
+     "Herzfrequenz über Obergrenze\nPatient prüfen",
+     "Fréquence cardiaque au-dessus de la limite\nVérifier le patient"},
     {"label.spo2", 1, LocalizedTextWidth::Small, "SpO2", "SpO2", "SpO2"},
-    {"label.spo2", 1, LocalizedTextWidth::Large, "Oxygen saturation", "Sauerstoffsättigung", "Saturation en oxygène"},
+    {"label.spo2", 1, LocalizedTextWidth::Large, "Oxygen saturation", "Sauerstoffsättigung",
+     "Saturation en oxygène"},
     {"label.spo2", 2, LocalizedTextWidth::Small, "SpO2 %", "SpO2 %", "SpO2 %"},
     {"label.spo2", 2, LocalizedTextWidth::Large, "Oxygen saturation (%)", "Sauerstoffsättigung (%)",
      "Saturation en oxygène (%)"},
@@ -135,15 +137,16 @@ void showBestFit(const LocalizedTextStore& store) {
                 << text.numberOfLines() << (text.numberOfLines() == 1 ? " line)\n" : " lines)\n");
     }
   }
-  std::cout << "as logged: " << store.text(reference("alarm.hr.high", 2, LocalizedTextWidth::Small, 1u), german)
-            << '\n';
-  std::cout << "nothing fits: " << store.text(reference("alarm.hr.high", 2, LocalizedTextWidth::ExtraSmall, 0u), german)
-            << '\n';
+  std::cout << "as logged: "
+            << store.text(reference("alarm.hr.high", 2, LocalizedTextWidth::Small, 1u), german) << '\n';
+  std::cout << "nothing fits: "
+            << store.text(reference("alarm.hr.high", 2, LocalizedTextWidth::ExtraSmall, 0u), german) << '\n';
 }
 
 void showFilterQuery(const LocalizedTextStoreImpl& store) {
-  const LocalizedTextFilter filter({LocalizedTextRef(Utf8("alarm.hr.high")), LocalizedTextRef(Utf8("label.spo2"))},
-                                   VersionCounter(2), {english}, {LocalizedTextWidth::Medium}, {});
+  const LocalizedTextFilter filter(
+      {LocalizedTextRef(Utf8("alarm.hr.high")), LocalizedTextRef(Utf8("label.spo2"))}, VersionCounter(2),
+      {english}, {LocalizedTextWidth::Medium}, {});
   std::cout << "alarm.hr.high and label.spo2, version 2, en-US, width Medium (or the widest narrower one):\n";
   for (const MdibText& text : store.localizedTexts(filter)) {
     std::cout << "  " << text.ref() << ' ' << *text.textWidth() << ": " << oneLine(text.text()) << '\n';
@@ -160,8 +163,8 @@ void tryToAdd(LocalizedTextStore& store, std::vector<MdibText> batch) {
 }
 
 void showBadBatches(LocalizedTextStore& store, const LocalizedTextStoreImpl& impl) {
-  const MdibText withoutVersion(Utf8("Temperature"), english, LocalizedTextRef(Utf8("label.temp")), boost::none,
-                                LocalizedTextWidth::Large);
+  const MdibText withoutVersion(Utf8("Temperature"), english, LocalizedTextRef(Utf8("label.temp")),
+                                boost::none, LocalizedTextWidth::Large);
   std::cout << "a text without version: ";
   tryToAdd(store, {withoutVersion});
   std::cout << "a batch whose third text is tagged 'fr': ";
@@ -177,7 +180,8 @@ void showBadBatches(LocalizedTextStore& store, const LocalizedTextStoreImpl& imp
   }
   std::cout << '\n';
   showLanguages(store);
-  std::cout << "still serving: " << oneLine(store.text(reference("label.spo2", 2, LocalizedTextWidth::Small, 1u), french).text())
+  std::cout << "still serving: "
+            << oneLine(store.text(reference("label.spo2", 2, LocalizedTextWidth::Small, 1u), french).text())
             << '\n';
   std::cout << "label.temp lacks fr-FR until the corrected text arrives: ";
   tryToAdd(store, {mdibText("Temp", french, "label.temp", 1, LocalizedTextWidth::Small)});
@@ -220,8 +224,8 @@ std::vector<References> withinLimit(References plan, std::size_t limit) {
     return {std::move(plan)};
   }
   auto halves = Zalt::Localization::sliceReferences(std::move(plan));
-  std::cout << "  " << halves->first.size() + halves->second.size() << " references exceed the limit of " << limit
-            << ": halves of " << halves->first.size() << " and " << halves->second.size() << '\n';
+  std::cout << "  " << halves->first.size() + halves->second.size() << " references exceed the limit of "
+            << limit << ": halves of " << halves->first.size() << " and " << halves->second.size() << '\n';
   std::vector<References> parts = withinLimit(std::move(halves->first), limit);
   for (References& part : withinLimit(std::move(halves->second), limit)) {
     parts.push_back(std::move(part));

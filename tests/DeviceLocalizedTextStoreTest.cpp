@@ -22,9 +22,10 @@ using Zalt::Localization::Device::LocalizedTextStore;
 using Zalt::Localization::Device::LocalizedTextStoreImpl;
 using MdibText = Tovra::Mdib::LocalizedText;
 
-MdibText mdib(const std::string& value, const std::string& language, const std::string& ref, std::uint64_t version,
-              boost::optional<LocalizedTextWidth> width = boost::none) {
-  return MdibText(Utf8(value), LanguageTag(language), LocalizedTextRef(Utf8(ref)), VersionCounter(version), width);
+MdibText mdib(const std::string& value, const std::string& language, const std::string& ref,
+              std::uint64_t version, boost::optional<LocalizedTextWidth> width = boost::none) {
+  return MdibText(Utf8(value), LanguageTag(language), LocalizedTextRef(Utf8(ref)), VersionCounter(version),
+                  width);
 }
 
 LocalizedTextReference reference(const std::string& ref, std::uint64_t version) {
@@ -65,13 +66,16 @@ TEST_F(DeviceStore, FreshStoresAreEmptyAndIndependent) {
 
   EXPECT_TRUE(store->languages().empty());
   EXPECT_TRUE(impl.localizedTexts(everything()).empty());
-  EXPECT_EQ(store->text(reference("hr", 1), LanguageTag("de-DE")), Zalt::Localization::LocalizedText::empty());
+  EXPECT_EQ(store->text(reference("hr", 1), LanguageTag("de-DE")),
+            Zalt::Localization::LocalizedText::empty());
   EXPECT_EQ(tags(other->languages()), std::vector<std::string>{"de-DE"});
 }
 
 TEST_F(DeviceStore, RejectsIncompleteTextsInFixedOrderWithTheirOwnThrowSites) {
-  const MdibText noLanguageNoVersion(Utf8("x"), boost::none, LocalizedTextRef(Utf8("r")), boost::none, boost::none);
-  const MdibText noVersion(Utf8("x"), LanguageTag("en-US"), LocalizedTextRef(Utf8("r")), boost::none, boost::none);
+  const MdibText noLanguageNoVersion(Utf8("x"), boost::none, LocalizedTextRef(Utf8("r")), boost::none,
+                                     boost::none);
+  const MdibText noVersion(Utf8("x"), LanguageTag("en-US"), LocalizedTextRef(Utf8("r")), boost::none,
+                           boost::none);
   const MdibText noReference = mdib("x", "en-US", "", 1);
 
   const auto language = addFailure(std::vector<MdibText>{noLanguageNoVersion});
@@ -82,7 +86,8 @@ TEST_F(DeviceStore, RejectsIncompleteTextsInFixedOrderWithTheirOwnThrowSites) {
   EXPECT_STREQ(language.what(), "Cannot add localized text without language");
   EXPECT_STREQ(version.what(), "Cannot add localized text without version");
   EXPECT_STREQ(ref.what(), "Cannot add localized text without reference");
-  EXPECT_STREQ(tag.what(), "Invalid language tag (expected ll-CC (language + country), like 'en-US'), got: en");
+  EXPECT_STREQ(tag.what(),
+               "Invalid language tag (expected ll-CC (language + country), like 'en-US'), got: en");
   for (const auto& failure : {language, version, ref, tag}) {
     EXPECT_THAT(failure.file(), testing::EndsWith("Localization/ZaltOnly/Device/LocalizedTextStoreImpl.cpp"));
     EXPECT_THAT(failure.file(), testing::Not(testing::StartsWith("/")));
@@ -93,9 +98,10 @@ TEST_F(DeviceStore, RejectsIncompleteTextsInFixedOrderWithTheirOwnThrowSites) {
 }
 
 TEST_F(DeviceStore, FailureKeepsTheTextsBeforeItAndTheStoreUsable) {
-  const MdibText noVersion(Utf8("x"), LanguageTag("fr-FR"), LocalizedTextRef(Utf8("a")), boost::none, boost::none);
-  const auto failure = addFailure(std::vector<MdibText>{mdib("Herz", "de-DE", "hr", 1), noVersion,
-                                                        mdib("Heart", "en-US", "hr", 1)});
+  const MdibText noVersion(Utf8("x"), LanguageTag("fr-FR"), LocalizedTextRef(Utf8("a")), boost::none,
+                           boost::none);
+  const auto failure = addFailure(
+      std::vector<MdibText>{mdib("Herz", "de-DE", "hr", 1), noVersion, mdib("Heart", "en-US", "hr", 1)});
 
   EXPECT_STREQ(failure.what(), "Cannot add localized text without version");
   EXPECT_EQ(tags(store->languages()), std::vector<std::string>{"de-DE"});
@@ -132,8 +138,9 @@ TEST_F(DeviceStore, EveryAddChecksLanguageConsistencyOfTheWholeTable) {
   store->add({mdib("A", "de-DE", "a", 1), mdib("A", "en-US", "a", 1)});
   const auto failure = addFailure(std::vector<MdibText>{mdib("B", "de-DE", "b", 2)});
 
-  EXPECT_STREQ(failure.what(),
-               "(ref: b, ver:2) has inconsistent languages <de-DE> in relation to (ref: a, ver:1) with <de-DE,en-US>");
+  EXPECT_STREQ(
+      failure.what(),
+      "(ref: b, ver:2) has inconsistent languages <de-DE> in relation to (ref: a, ver:1) with <de-DE,en-US>");
   EXPECT_THAT(failure.file(), testing::EndsWith("Localization/Private/Common/LocalizedTextStore.cpp"));
   EXPECT_EQ(store->text(reference("b", 2), LanguageTag("de-DE")).text(), Utf8("B"));  // the text stays
   // The check runs for an empty batch too, so the table is still reported.

@@ -29,11 +29,13 @@ const std::vector<std::string> batchLanguages{"de-DE", "en-US", "fr-FR"};
 const std::vector<LocalizedTextWidth> batchWidths{LocalizedTextWidth::Small, LocalizedTextWidth::Large};
 
 // One new reference in every language and both widths: consistent with every other batch.
-std::vector<MdibText> batch(const std::string& ref, const std::vector<std::string>& languages = batchLanguages) {
+std::vector<MdibText> batch(const std::string& ref,
+                            const std::vector<std::string>& languages = batchLanguages) {
   std::vector<MdibText> texts;
   for (const std::string& language : languages) {
     for (const LocalizedTextWidth width : batchWidths) {
-      texts.emplace_back(Utf8(ref), LanguageTag(language), LocalizedTextRef(Utf8(ref)), VersionCounter(1), width);
+      texts.emplace_back(Utf8(ref), LanguageTag(language), LocalizedTextRef(Utf8(ref)), VersionCounter(1),
+                         width);
     }
   }
   return texts;
@@ -87,7 +89,8 @@ TEST(DeviceStoreConcurrency, ReadersSeeWholeBatchesOnly) {
 TEST(DeviceStoreConcurrency, AFailedAddLeavesTheLockFree) {
   const auto store = LocalizedTextStore::createLocalizedTextStore();
   EXPECT_THROW(store->add(batch("a", {"de-DE", "en"})), Zalt::InternalConsistencyFailure);
-  EXPECT_THROW(store->add(batch("b", {"de-DE", "en-US"})), Zalt::InternalConsistencyFailure);  // "a" lacks en-US
+  EXPECT_THROW(store->add(batch("b", {"de-DE", "en-US"})),
+               Zalt::InternalConsistencyFailure);  // "a" lacks en-US
 
   auto later = std::async(std::launch::async, [&] {
     store->add(batch("a", {"en-US"}));

@@ -17,7 +17,8 @@ TEST(LanguageTag, TwoLetterLanguageAndCountryForm) {
   for (const char* good : {"en-US", "de-de", "Xx-yY"}) {
     EXPECT_TRUE(LanguageTag(good).is2LetterLangAnd2LetterCountry()) << good;
   }
-  for (const char* bad : {"", "en", "en_US", "en-USA", "e1-US", "en-U5", "eng-US", "en-US ", "\xC3\xA4n-US"}) {
+  for (const char* bad :
+       {"", "en", "en_US", "en-USA", "e1-US", "en-U5", "eng-US", "en-US ", "\xC3\xA4n-US"}) {
     EXPECT_FALSE(LanguageTag(bad).is2LetterLangAnd2LetterCountry()) << bad;
   }
   EXPECT_NE(LanguageTag("en-US"), LanguageTag("en-us"));
@@ -34,7 +35,8 @@ TEST(LocalizedTextFilter, TakesTheSetsAndCopiesTheVersion) {
   const Zalt::Localization::LocalizedTextFilter filter(std::move(refs), version, std::move(languages),
                                                        std::move(widths), std::move(lines));
 
-  EXPECT_TRUE(refs.empty() && languages.empty() && widths.empty() && lines.empty());  // NOLINT(bugprone-use-after-move)
+  EXPECT_TRUE(refs.empty() && languages.empty() && widths.empty() &&
+              lines.empty());  // NOLINT(bugprone-use-after-move)
   EXPECT_EQ(version, VersionCounter(4));
   EXPECT_EQ(filter.refs(), std::set<LocalizedTextRef>{LocalizedTextRef(Utf8("hr"))});
   EXPECT_EQ(filter.version(), VersionCounter(4));

@@ -40,15 +40,21 @@ TEST(LocalizedTextReference, AbsentOptionalsOrderFirstAndRunsStayAdjacent) {
   EXPECT_LT(ref("a", 1, LocalizedTextWidth::Large), ref("a", 1, LocalizedTextWidth::Large, 1u));
   EXPECT_LT(ref("a", 1, LocalizedTextWidth::Small, 9u), ref("a", 1, LocalizedTextWidth::Medium));
   EXPECT_LT(ref("a", 1, static_cast<LocalizedTextWidth>(-1)), ref("a", 1, LocalizedTextWidth::ExtraSmall));
-  EXPECT_LT(ref("a", 1, LocalizedTextWidth::ExtraExtraLarge), ref("a", 1, static_cast<LocalizedTextWidth>(6)));
+  EXPECT_LT(ref("a", 1, LocalizedTextWidth::ExtraExtraLarge),
+            ref("a", 1, static_cast<LocalizedTextWidth>(6)));
 
-  const std::set<LocalizedTextReference> run{
-      ref("a", 1, LocalizedTextWidth::Small, 2u), ref("a", 1, LocalizedTextWidth::Small), ref("a", 1, boost::none, 3u),
-      ref("a", 1),  ref("a", 1, LocalizedTextWidth::ExtraSmall, 1u), ref("a", 1, boost::none, 1u)};
-  const std::vector<LocalizedTextReference> expected{
-      ref("a", 1),  ref("a", 1, boost::none, 1u), ref("a", 1, boost::none, 3u),
-      ref("a", 1, LocalizedTextWidth::ExtraSmall, 1u), ref("a", 1, LocalizedTextWidth::Small),
-      ref("a", 1, LocalizedTextWidth::Small, 2u)};
+  const std::set<LocalizedTextReference> run{ref("a", 1, LocalizedTextWidth::Small, 2u),
+                                             ref("a", 1, LocalizedTextWidth::Small),
+                                             ref("a", 1, boost::none, 3u),
+                                             ref("a", 1),
+                                             ref("a", 1, LocalizedTextWidth::ExtraSmall, 1u),
+                                             ref("a", 1, boost::none, 1u)};
+  const std::vector<LocalizedTextReference> expected{ref("a", 1),
+                                                     ref("a", 1, boost::none, 1u),
+                                                     ref("a", 1, boost::none, 3u),
+                                                     ref("a", 1, LocalizedTextWidth::ExtraSmall, 1u),
+                                                     ref("a", 1, LocalizedTextWidth::Small),
+                                                     ref("a", 1, LocalizedTextWidth::Small, 2u)};
   EXPECT_EQ(std::vector<LocalizedTextReference>(run.begin(), run.end()), expected);
   EXPECT_NE(ref("a", 1, boost::none, 1u), ref("a", 1, LocalizedTextWidth::ExtraSmall, 1u));
 }

@@ -40,7 +40,8 @@ LocalizedTextRef textRef(const std::string& name) { return LocalizedTextRef(Utf8
 TEST(PrintedForms, LocalizedTextIsTheSameOnBothStreams) {
   const LocalizedText herz(Utf8("Herz"), LanguageTag("de-DE"), textRef("hr"), VersionCounter(3),
                            LocalizedTextWidth::Medium, 1);
-  const LocalizedText quoted(Utf8("it's"), boost::none, textRef(""), VersionCounter(UINT64_MAX), boost::none, 2);
+  const LocalizedText quoted(Utf8("it's"), boost::none, textRef(""), VersionCounter(UINT64_MAX), boost::none,
+                             2);
   const LocalizedText unknownWidth(Utf8(""), LanguageTag("en-US"), textRef("x"), boost::none,
                                    static_cast<LocalizedTextWidth>(6), 1);
 
@@ -57,14 +58,16 @@ TEST(PrintedForms, LocalizedTextIsTheSameOnBothStreams) {
 }
 
 TEST(PrintedForms, LocalizedTextOnOstreamEndsAtANulByte) {
-  const LocalizedText text(Utf8(std::string("ab\0cd", 5)), boost::none, textRef("r"), boost::none, boost::none, 1);
+  const LocalizedText text(Utf8(std::string("ab\0cd", 5)), boost::none, textRef("r"), boost::none,
+                           boost::none, 1);
   EXPECT_EQ(onOstream(text), "('ab");
 }
 
 TEST(PrintedForms, ReferenceDiffersBetweenStreamsInTheBlanksBeforeOptionals) {
   const LocalizedTextReference full(textRef("hr"), VersionCounter(3), LocalizedTextWidth::Medium, 2u);
   const LocalizedTextReference plain(textRef("hr"), VersionCounter(3));
-  const LocalizedTextReference negativeWidth(textRef("hr"), VersionCounter(0), static_cast<LocalizedTextWidth>(-1));
+  const LocalizedTextReference negativeWidth(textRef("hr"), VersionCounter(0),
+                                             static_cast<LocalizedTextWidth>(-1));
 
   EXPECT_EQ(onFormatStream(full), "(hr,3,Medium,2)");
   EXPECT_EQ(onOstream(full), "(hr,3, Medium, 2)");
@@ -75,7 +78,8 @@ TEST(PrintedForms, ReferenceDiffersBetweenStreamsInTheBlanksBeforeOptionals) {
 }
 
 TEST(PrintedForms, ReferenceWithOnlyALineCount) {
-  EXPECT_EQ(onOstream(LocalizedTextReference(textRef("hr"), VersionCounter(3), boost::none, 2u)), "(hr,3,--, 2)");
+  EXPECT_EQ(onOstream(LocalizedTextReference(textRef("hr"), VersionCounter(3), boost::none, 2u)),
+            "(hr,3,--, 2)");
   EXPECT_EQ(onFormatStream(LocalizedTextReference(textRef("hr"), VersionCounter(3), boost::none, 2u)),
             "(hr,3,--,2)");
 }

@@ -17,8 +17,8 @@ bool isAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 
 LanguageTag::LanguageTag(std::string tag) : m_tag(std::move(tag)) {}
 
 bool LanguageTag::is2LetterLangAnd2LetterCountry() const {
-  return m_tag.size() == 5 && isAsciiLetter(m_tag[0]) && isAsciiLetter(m_tag[1]) &&
-         m_tag[2] == '-' && isAsciiLetter(m_tag[3]) && isAsciiLetter(m_tag[4]);
+  return m_tag.size() == 5 && isAsciiLetter(m_tag[0]) && isAsciiLetter(m_tag[1]) && m_tag[2] == '-' &&
+         isAsciiLetter(m_tag[3]) && isAsciiLetter(m_tag[4]);
 }
 
 bool operator==(const LanguageTag& lhs, const LanguageTag& rhs) { return lhs.tag() == rhs.tag(); }

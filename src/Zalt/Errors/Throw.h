@@ -8,9 +8,9 @@
 
 #include <sstream>
 
-#define ZALT_THROW(ExceptionType, parts)                           \
-  do {                                                             \
-    std::ostringstream zaltThrowMessage;                           \
+#define ZALT_THROW(ExceptionType, parts)                                \
+  do {                                                                  \
+    std::ostringstream zaltThrowMessage;                                \
     zaltThrowMessage << parts; /* NOLINT(bugprone-macro-parentheses) */ \
-    throw ExceptionType(zaltThrowMessage.str(), __FILE__, __LINE__); \
+    throw ExceptionType(zaltThrowMessage.str(), __FILE__, __LINE__);    \
   } while (false)

@@ -17,7 +17,8 @@ LocalizedText::LocalizedText(Tovra::Locale::Utf8 text, boost::optional<Tovra::Lo
                              boost::optional<Tovra::Mdib::VersionCounter> version,
                              boost::optional<Tovra::Mdib::LocalizedTextWidth> textWidth,
                              NumberOfLines numberOfLines)
-    : Tovra::Mdib::LocalizedText(std::move(text), std::move(lang), std::move(ref), std::move(version), textWidth),
+    : Tovra::Mdib::LocalizedText(std::move(text), std::move(lang), std::move(ref), std::move(version),
+                                 textWidth),
       m_numberOfLines(numberOfLines) {}
 
 LocalizedText LocalizedText::empty() { return LocalizedText(Tovra::Mdib::LocalizedText(""), 1); }

@@ -37,7 +37,9 @@ bool operator==(const LocalizedTextReference& lhs, const LocalizedTextReference&
   return fields(lhs) == fields(rhs);
 }
 
-bool operator!=(const LocalizedTextReference& lhs, const LocalizedTextReference& rhs) { return !(lhs == rhs); }
+bool operator!=(const LocalizedTextReference& lhs, const LocalizedTextReference& rhs) {
+  return !(lhs == rhs);
+}
 
 bool operator<(const LocalizedTextReference& lhs, const LocalizedTextReference& rhs) {
   return fields(lhs) < fields(rhs);

@@ -40,7 +40,8 @@ int main() {
   tracked.add(reference);
   tracked.add(Localization::LocalizedTextReference(LocalizedTextRef(Utf8("ab")), VersionCounter(1)));
   const auto requests = Localization::makeFilters(tracked.data(), german);
-  const auto halves = Localization::sliceReferences(std::set<Localization::LocalizedTextReference>(tracked.data()));
+  const auto halves =
+      Localization::sliceReferences(std::set<Localization::LocalizedTextReference>(tracked.data()));
 
   Tovra::Format::Stream formatted;
   formatted << text;
@@ -48,8 +49,9 @@ int main() {
   printed << reference;
 
   const bool works = text.text() == Utf8("Herz") && all.size() == 1 && store->languages().size() == 1 &&
-                     rejection == "Cannot add localized text without language" && tracked.isCovered(reference) &&
-                     requests.size() == 2 && halves && Localization::Impl::numberOfLineBreaks(Utf8("a\nb")) == 1 &&
+                     rejection == "Cannot add localized text without language" &&
+                     tracked.isCovered(reference) && requests.size() == 2 && halves &&
+                     Localization::Impl::numberOfLineBreaks(Utf8("a\nb")) == 1 &&
                      std::string(formatted.cStr()) ==
                          "(de-DE:'Herz', ref=hr, refVersion=3, width=Medium, numberOfLines=1)" &&
                      printed.str() == "(hr,3, Medium, 1)";

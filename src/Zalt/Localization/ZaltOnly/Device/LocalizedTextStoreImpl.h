@@ -27,8 +27,7 @@ namespace Zalt {
 namespace Localization {
 namespace Device {
 
-class ZALT_LTS_EXPORT LocalizedTextStoreImpl : public LocalizedTextStore,
-                                               private Impl::LocalizedTextStore {
+class ZALT_LTS_EXPORT LocalizedTextStoreImpl : public LocalizedTextStore, private Impl::LocalizedTextStore {
 public:
   LocalizedTextStoreImpl();
   ~LocalizedTextStoreImpl() override;
