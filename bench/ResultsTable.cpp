@@ -220,7 +220,8 @@ void ResultsTable::writeLineBreakTable(std::ostream& out) const {
 }
 
 void ResultsTable::writePlotData(std::ostream& out) const {
-  out << "# texts floor(plain,hit) plain width lines both floor(plain,miss) plain(miss), ns per lookup\n";
+  out << "# texts floor(plain,hit) plain width lines both floor(plain,miss) plain(miss), ns per lookup;"
+         " then the hits' ratios to their own floors: plain width lines both\n";
   for (const std::string& size : sizesOf("text/plain/hit/")) {
     out << size;
     const auto column = [this, &size, &out](const char* name, const char* counterName) {
@@ -233,6 +234,9 @@ void ResultsTable::writePlotData(std::ostream& out) const {
     }
     column("text/plain/miss/", "floor_ns");
     column("text/plain/miss/", "text_ns");
+    for (const char* name : {"text/plain/hit/", "text/width/hit/", "text/lines/hit/", "text/both/hit/"}) {
+      column(name, "ratio");
+    }
     out << '\n';
   }
 }
