@@ -30,8 +30,8 @@ struct Label {
 constexpr std::size_t categoryCount = 8;
 
 // Sorted, so that references of later categories order after earlier ones.
-constexpr std::array<const char*, categoryCount> categories = {
-    "alarm", "battery", "ecg", "menu", "nibp", "resp", "spo2", "temp"};
+constexpr std::array<const char*, categoryCount> categories = {"alarm", "battery", "ecg",  "menu",
+                                                               "nibp",  "resp",    "spo2", "temp"};
 
 // Indexed by language (the order of catalogueLanguages()), then by category.
 constexpr std::array<std::array<Label, categoryCount>, languagesPerReference> labels = {{
@@ -85,14 +85,17 @@ std::string fullOnTwoLines(const Label& label) {
 // Every width from the unqualified label to the detailed one, and a
 // two-line medium label for displays that are narrow but tall; a
 // medium-width lookup therefore meets both of the table's line counts.
-const std::array<Variant, variantsPerVersion> variants = {{
-    {boost::none, [](const Label& label) { return std::string(label.full); }},
-    {LocalizedTextWidth::ExtraSmall, [](const Label& label) { return std::string(label.tiny); }},
-    {LocalizedTextWidth::Small, [](const Label& label) { return std::string(label.brief); }},
-    {LocalizedTextWidth::Medium, [](const Label& label) { return std::string(label.full); }},
-    {LocalizedTextWidth::Medium, fullOnTwoLines},
-    {LocalizedTextWidth::Large, [](const Label& label) { return std::string(label.detail); }},
-}};
+const std::array<Variant, variantsPerVersion>& variants() {
+  static const std::array<Variant, variantsPerVersion> all = {{
+      {boost::none, [](const Label& label) { return std::string(label.full); }},
+      {LocalizedTextWidth::ExtraSmall, [](const Label& label) { return std::string(label.tiny); }},
+      {LocalizedTextWidth::Small, [](const Label& label) { return std::string(label.brief); }},
+      {LocalizedTextWidth::Medium, [](const Label& label) { return std::string(label.full); }},
+      {LocalizedTextWidth::Medium, fullOnTwoLines},
+      {LocalizedTextWidth::Large, [](const Label& label) { return std::string(label.detail); }},
+  }};
+  return all;
+}
 
 constexpr std::array<std::uint64_t, versionsPerReference> versions = {2, 1};
 
@@ -147,7 +150,7 @@ std::vector<LocalizedText> makeCatalogue(std::size_t references) {
     for (std::uint64_t version : versions) {
       for (std::size_t language = 0; language < languagesPerReference; ++language) {
         const Label& label = labels[language][category];
-        for (const Variant& variant : variants) {
+        for (const Variant& variant : variants()) {
           catalogue.emplace_back(Utf8(variant.text(label)), catalogueLanguages()[language], ref,
                                  VersionCounter(version), variant.width);
         }
@@ -171,9 +174,7 @@ std::string strategyName(Strategy strategy) {
   return "?";
 }
 
-std::string outcomeName(Outcome outcome) {
-  return outcome == Outcome::Hit ? "hit" : "miss";
-}
+std::string outcomeName(Outcome outcome) { return outcome == Outcome::Hit ? "hit" : "miss"; }
 
 std::vector<TextQuery> makeTextQueries(std::size_t references, Strategy strategy, Outcome outcome,
                                        std::size_t count) {
@@ -187,13 +188,14 @@ std::vector<TextQuery> makeTextQueries(std::size_t references, Strategy strategy
     const std::size_t index = referenceIndex(random);
     const LocalizedTextRef ref =
         outcome == Outcome::Hit ? storedReference(index, references) : missingReference(index, references);
-    const VersionCounter version(drawFrom<std::uint64_t>(versions, random));
-    const LanguageTag& language = drawFrom<LanguageTag>(catalogueLanguages(), random);
+    const auto version = VersionCounter(drawFrom<std::uint64_t>(versions, random));
+    const auto& language = drawFrom<LanguageTag>(catalogueLanguages(), random);
 
     const bool withWidth = strategy == Strategy::WidthOnly || strategy == Strategy::WidthAndLines;
     const bool withLines = strategy == Strategy::LinesOnly || strategy == Strategy::WidthAndLines;
-    const LocalizedTextReference reference(ref, version, withWidth ? drawWidth(random) : boost::none,
-                                           withLines ? boost::optional<std::uint32_t>(lines(random)) : boost::none);
+    const LocalizedTextReference reference(
+        ref, version, withWidth ? drawWidth(random) : boost::none,
+        withLines ? boost::optional<std::uint32_t>(lines(random)) : boost::none);
     // A lookup by lines starts at the group's first entry; one by width alone
     // searches the one-line text of the requested width.
     const Zalt::Localization::Impl::LocalizedTextStoreKey searchKey{

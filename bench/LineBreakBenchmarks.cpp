@@ -26,9 +26,7 @@ constexpr std::array<Input, 3> inputs = {{
 
 constexpr std::array<std::size_t, 3> lengths = {64, 4096, 262144};
 
-bool isContinuationByte(char byte) {
-  return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
+bool isContinuationByte(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
 
 // The pattern repeated up to `length` bytes, cut before a character that
 // would not fit whole, so that the text stays valid UTF-8.
@@ -75,7 +73,8 @@ void registerLineBreakBenchmarks() {
       const Tovra::Locale::Utf8 text(repeatedText(input.pattern, length));
       const std::string suffix = std::string(input.name) + "/" + std::to_string(text.value().size());
       benchmark::RegisterBenchmark(("lines/count/" + suffix).c_str(), countLineBreaks, text)->MinTime(0.1);
-      benchmark::RegisterBenchmark(("lines/floor/" + suffix).c_str(), countLineFeedsFloor, text)->MinTime(0.1);
+      benchmark::RegisterBenchmark(("lines/floor/" + suffix).c_str(), countLineFeedsFloor, text)
+          ->MinTime(0.1);
     }
   }
 }

@@ -4,7 +4,9 @@
 #include <cmath>
 #include <cstdio>
 #include <fstream>
+#include <initializer_list>
 #include <ostream>
+#include <string_view>
 
 namespace ZaltBench {
 namespace {
@@ -48,6 +50,18 @@ std::string withThousands(const std::string& digits) {
   return grouped;
 }
 
+// "text/plain/hit/1008" from its parts.
+std::string nameOf(std::initializer_list<std::string_view> parts) {
+  std::string name;
+  for (const std::string_view part : parts) {
+    if (!name.empty()) {
+      name += '/';
+    }
+    name += part;
+  }
+  return name;
+}
+
 }  // namespace
 
 void ResultsTable::ReportRuns(const std::vector<Run>& runs) {
@@ -88,7 +102,8 @@ std::string ResultsTable::perUnit(const std::string& name, double units) const {
   return result ? rounded(result->nanoseconds / units) : noResult;
 }
 
-std::string ResultsTable::counter(const std::string& name, const std::string& counterName, int decimals) const {
+std::string ResultsTable::counter(const std::string& name, const std::string& counterName,
+                                  int decimals) const {
   const Result* result = find(name);
   if (!result) {
     return noResult;
@@ -112,11 +127,11 @@ std::vector<std::string> ResultsTable::sizesOf(const std::string& prefix) const 
 void ResultsTable::writeTextTable(std::ostream& out, const std::string& outcome) const {
   out << "| texts | plain | width | lines | both | worst ratio | plain ÷ log2(texts) |\n"
       << "|---:|---:|---:|---:|---:|---:|---:|\n";
-  for (const std::string& size : sizesOf("text/plain/" + outcome + "/")) {
+  for (const std::string& size : sizesOf(nameOf({"text", "plain", outcome, ""}))) {
     out << "| " << withThousands(size);
     double worst = 0;
     for (const char* strategy : {"plain", "width", "lines", "both"}) {
-      const std::string name = std::string("text/") + strategy + "/" + outcome + "/" + size;
+      const std::string name = nameOf({"text", strategy, outcome, size});
       const Result* text = find(name);
       if (!text) {
         out << " | " << noResult;
@@ -127,21 +142,23 @@ void ResultsTable::writeTextTable(std::ostream& out, const std::string& outcome)
       out << " | " << rounded(text->counters.at("text_ns")) << " / " << rounded(text->counters.at("floor_ns"))
           << " = " << fixed(ratio, 2) << "×";
     }
-    const Result* plain = find("text/plain/" + outcome + "/" + size);
+    const Result* plain = find(nameOf({"text", "plain", outcome, size}));
     out << " | " << fixed(worst, 2) << "× | "
-        << (plain ? fixed(plain->counters.at("text_ns") / std::log2(std::stod(size)), 1) : noResult) << " |\n";
+        << (plain ? fixed(plain->counters.at("text_ns") / std::log2(std::stod(size)), 1) : noResult)
+        << " |\n";
   }
 }
 
 void ResultsTable::writeAddTable(std::ostream& out) const {
-  out << "| texts | one call: ms | ns per text | batches of 100: ms | batches of 10: ms | batches of 1: ms |\n"
+  out << "| texts | one call: ms | ns per text | batches of 100: ms | batches of 10: ms | batches of 1: ms "
+         "|\n"
       << "|---:|---:|---:|---:|---:|---:|\n";
   for (const std::string& size : sizesOf("add/whole/")) {
     const Result* whole = find("add/whole/" + size);
     out << "| " << withThousands(size) << " | " << fixed(whole->nanoseconds / 1e6, 1) << " | "
         << rounded(whole->nanoseconds / std::stod(size));
     for (const char* batch : {"100", "10", "1"}) {
-      const std::string name = std::string("add/batch") + batch + "/" + size;
+      const std::string name = nameOf({"add", std::string("batch") + batch, size});
       const Result* batched = find(name);
       out << " | "
           << (batched ? fixed(batched->nanoseconds / 1e6, 1) + " (" + ratio(name, "add/whole/" + size) + ")"
@@ -155,7 +172,7 @@ void ResultsTable::writeAddTable(std::ostream& out) const {
   for (const std::string& size : sizesOf("add/batch1/")) {
     out << "| " << withThousands(size);
     for (const char* batch : {"100", "10", "1"}) {
-      const std::string name = std::string("add/batch") + batch + "/" + size;
+      const std::string name = nameOf({"add", std::string("batch") + batch, size});
       out << " | " << counter(name, "rejected", 0) << " of " << counter(name, "calls", 0);
     }
     out << " |\n";
@@ -171,13 +188,15 @@ void ResultsTable::writeQueryTable(std::ostream& out) const {
     const Result* all = find("localizedTexts/all/" + size);
     // The all-empty filter returns the newest of the two versions: half the texts.
     out << "| " << withThousands(size) << " | " << (hundred ? rounded(hundred->nanoseconds / 1e3) : noResult)
-        << " | " << fixed(all->nanoseconds / 1e6, 2) << " | " << rounded(all->nanoseconds / (std::stod(size) / 2))
-        << " | " << nanoseconds("languages/" + size) << " |\n";
+        << " | " << fixed(all->nanoseconds / 1e6, 2) << " | "
+        << rounded(all->nanoseconds / (std::stod(size) / 2)) << " | " << nanoseconds("languages/" + size)
+        << " |\n";
   }
 }
 
 void ResultsTable::writeMemoryTable(std::ostream& out) const {
-  out << "| texts | heap bytes per text | text bytes per text | heap ÷ text | reference and language bytes per text |\n"
+  out << "| texts | heap bytes per text | text bytes per text | heap ÷ text | reference and language bytes "
+         "per text |\n"
       << "|---:|---:|---:|---:|---:|\n";
   for (const std::string& size : sizesOf("memory/")) {
     const Result* memory = find("memory/" + size);
@@ -196,9 +215,9 @@ void ResultsTable::writePlanningTable(std::ostream& out) const {
     const double references = std::stod(size);
     // A merge adds the incoming half of the references.
     out << "| " << withThousands(size) << " | " << perUnit("refstore/add/" + size, references) << " | "
-        << nanoseconds("refstore/isCovered/" + size) << " | " << perUnit("refstore/merge/" + size, references / 2)
-        << " | " << perUnit("makeFilters/" + size, 1e3) << " | " << perUnit("sliceReferences/" + size, 1e3)
-        << " |\n";
+        << nanoseconds("refstore/isCovered/" + size) << " | "
+        << perUnit("refstore/merge/" + size, references / 2) << " | " << perUnit("makeFilters/" + size, 1e3)
+        << " | " << perUnit("sliceReferences/" + size, 1e3) << " |\n";
   }
 }
 
@@ -206,9 +225,9 @@ void ResultsTable::writeLineBreakTable(std::ostream& out) const {
   out << "| text | bytes | numberOfLineBreaks: MB/s | byte loop: MB/s | time ÷ byte loop |\n"
       << "|---|---:|---:|---:|---:|\n";
   for (const char* input : {"ascii", "mixed", "breaks"}) {
-    const std::string prefix = std::string("lines/count/") + input + "/";
+    const std::string prefix = nameOf({"lines", "count", input, ""});
     for (const std::string& size : sizesOf(prefix)) {
-      const std::string floorName = std::string("lines/floor/") + input + "/" + size;
+      const std::string floorName = nameOf({"lines", "floor", input, size});
       const auto megabytes = [this, &size](const std::string& name) {
         const Result* result = find(name);
         return result ? fixed(std::stod(size) / result->nanoseconds * 1e3, 0) : std::string(noResult);
@@ -243,9 +262,10 @@ void ResultsTable::writePlotData(std::ostream& out) const {
 
 bool ResultsTable::write(const std::string& directory) const {
   std::ofstream tables(directory + "/results.md");
-  tables << "### `text` against one descent of a bare `std::map` (hits)\n\n"
-         << "Each cell: `text` ns / floor ns = ratio, the floor being `lower_bound` for the same search key;\n"
-         << "medians over rounds that run both on the same 1024 queries.\n\n";
+  tables
+      << "### `text` against one descent of a bare `std::map` (hits)\n\n"
+      << "Each cell: `text` ns / floor ns = ratio, the floor being `lower_bound` for the same search key;\n"
+      << "medians over rounds that run both on the same 1024 queries.\n\n";
   writeTextTable(tables, "hit");
   tables << "\n### `text` against one descent (misses: references between stored ones)\n\n";
   writeTextTable(tables, "miss");

@@ -12,10 +12,10 @@
 #include <benchmark/benchmark.h>
 
 #include <malloc.h>
-#include <time.h>
 
 #include <algorithm>
 #include <array>
+#include <ctime>
 #include <map>
 #include <memory>
 #include <set>
@@ -49,7 +49,8 @@ std::shared_ptr<LocalizedTextStoreImpl> newStore() {
 DescentFloor descentFloorOf(const std::vector<LocalizedText>& catalogue) {
   DescentFloor floor;
   for (const LocalizedText& text : catalogue) {
-    const Zalt::Localization::NumberOfLines lines = Zalt::Localization::Impl::numberOfLineBreaks(text.text()) + 1;
+    const Zalt::Localization::NumberOfLines lines =
+        Zalt::Localization::Impl::numberOfLineBreaks(text.text()) + 1;
     floor.emplace(LocalizedTextStoreKey{text.ref(), *text.lang(), *text.version(), text.textWidth(), lines},
                   text.text());
   }
@@ -60,8 +61,10 @@ DescentFloor descentFloorOf(const std::vector<LocalizedText>& catalogue) {
 // a million texts takes seconds, so the benchmarks of one size share it, and
 // only one size is held at a time.
 struct FilledStore {
-  explicit FilledStore(std::size_t references_)
-      : references(references_), catalogue(makeCatalogue(references)), store(newStore()),
+  explicit FilledStore(std::size_t referenceCount)
+      : references(referenceCount),
+        catalogue(makeCatalogue(references)),
+        store(newStore()),
         floor(descentFloorOf(catalogue)) {
     store->add(catalogue);
   }
@@ -81,9 +84,7 @@ const FilledStore& filledStore(std::size_t references) {
   return *current;
 }
 
-std::int64_t asCount(std::size_t value) {
-  return static_cast<std::int64_t>(value);
-}
+std::int64_t asCount(std::size_t value) { return static_cast<std::int64_t>(value); }
 
 std::size_t heapInUse() {
   const struct mallinfo2 info = mallinfo2();
@@ -112,7 +113,8 @@ void addInBatches(benchmark::State& state, std::size_t references, std::size_t b
   std::vector<std::vector<LocalizedText>> batches;
   for (std::size_t first = 0; first < catalogue.size(); first += batchSize) {
     const auto begin = catalogue.begin() + static_cast<std::ptrdiff_t>(first);
-    batches.emplace_back(begin, begin + static_cast<std::ptrdiff_t>(std::min(batchSize, catalogue.size() - first)));
+    batches.emplace_back(begin,
+                         begin + static_cast<std::ptrdiff_t>(std::min(batchSize, catalogue.size() - first)));
   }
   std::int64_t rejectedCalls = 0;
   bool lastCallPassed = false;
@@ -140,14 +142,12 @@ void addInBatches(benchmark::State& state, std::size_t references, std::size_t b
   state.counters["rejected"] = static_cast<double>(rejectedCalls) / static_cast<double>(state.iterations());
 }
 
-bool answersAsExpected(const LocalizedTextStore& store, const std::vector<TextQuery>& queries, Outcome outcome) {
-  for (const TextQuery& query : queries) {
+bool answersAsExpected(const LocalizedTextStore& store, const std::vector<TextQuery>& queries,
+                       Outcome outcome) {
+  return std::all_of(queries.begin(), queries.end(), [&store, outcome](const TextQuery& query) {
     const bool found = !store.text(query.reference, query.language).text().empty();
-    if (found != (outcome == Outcome::Hit)) {
-      return false;
-    }
-  }
-  return true;
+    return found == (outcome == Outcome::Hit);
+  });
 }
 
 // The processor time of this thread: on a shared machine, time that other
@@ -322,7 +322,8 @@ void registerStoreBenchmarks(const std::vector<std::size_t>& catalogueTexts) {
       }
     }
     if (references >= filterReferences) {
-      benchmark::RegisterBenchmark(("localizedTexts/refs100" + size).c_str(), queryHundredReferences, references)
+      benchmark::RegisterBenchmark(("localizedTexts/refs100" + size).c_str(), queryHundredReferences,
+                                   references)
           ->MinTime(0.2)
           ->Unit(benchmark::kMicrosecond);
     }
