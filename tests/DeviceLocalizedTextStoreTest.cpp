@@ -1,150 +1,135 @@
+#include "TestSupport.h"
+
 #include <Zalt/Errors/InternalConsistencyFailure.h>
 #include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStoreImpl.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <stdexcept>
-#include <string>
-#include <vector>
+
+using namespace TestSupport;
+using Zalt::InternalConsistencyFailure;
+using Zalt::Localization::Device::LocalizedTextStore;
+using Zalt::Localization::Device::LocalizedTextStoreImpl;
 
 namespace {
 
-using Tovra::Locale::LanguageTag;
-using Tovra::Locale::Utf8;
-using Tovra::Mdib::LocalizedTextRef;
-using Tovra::Mdib::LocalizedTextWidth;
-using Tovra::Mdib::VersionCounter;
-using Zalt::Localization::LocalizedTextFilter;
-using Zalt::Localization::LocalizedTextReference;
-using Zalt::Localization::Device::LocalizedTextStore;
-using Zalt::Localization::Device::LocalizedTextStoreImpl;
-using MdibText = Tovra::Mdib::LocalizedText;
-
-MdibText mdib(const std::string& value, const std::string& language, const std::string& ref,
-              std::uint64_t version, boost::optional<LocalizedTextWidth> width = boost::none) {
-  return MdibText(Utf8(value), LanguageTag(language), LocalizedTextRef(Utf8(ref)), VersionCounter(version),
-                  width);
-}
-
-LocalizedTextReference reference(const std::string& ref, std::uint64_t version) {
-  return {LocalizedTextRef(Utf8(ref)), VersionCounter(version)};
-}
-
-LocalizedTextFilter everything() { return LocalizedTextFilter({}, boost::none, {}, {}, {}); }
-
-std::vector<std::string> tags(const std::vector<LanguageTag>& languages) {
-  std::vector<std::string> result;
-  for (const auto& language : languages) {
-    result.push_back(language.tag());
-  }
-  return result;
-}
+using Texts = std::vector<MdibText>;
 
 class DeviceStore : public testing::Test {
 protected:
   std::shared_ptr<LocalizedTextStore> store = LocalizedTextStore::createLocalizedTextStore();
   LocalizedTextStoreImpl& impl = dynamic_cast<LocalizedTextStoreImpl&>(*store);
 
-  // The exception that add throws; a test failure if it throws none.
-  template <typename Texts>
-  Zalt::InternalConsistencyFailure addFailure(Texts&& texts) {
+  Labels all() const { return labels(impl.localizedTexts(filter()), true); }
+
+  Labels languages() const {
+    Labels tags;
+    for (const LanguageTag& language : store->languages()) {
+      tags.push_back(language.tag());
+    }
+    return tags;
+  }
+
+  // The exception that `add` throws; a test failure if it throws none.
+  InternalConsistencyFailure failure(const std::function<void()>& add) {
     try {
-      store->add(std::forward<Texts>(texts));
-    } catch (const Zalt::InternalConsistencyFailure& e) {
+      add();
+    } catch (const InternalConsistencyFailure& e) {
       return e;
     }
     ADD_FAILURE() << "add did not throw";
-    return Zalt::InternalConsistencyFailure("", "", 0);
+    return InternalConsistencyFailure("", "", 0);
+  }
+  InternalConsistencyFailure addFailure(Texts texts) {
+    return failure([&] { store->add(std::move(texts)); });
   }
 };
 
 TEST_F(DeviceStore, FreshStoresAreEmptyAndIndependent) {
   const auto other = LocalizedTextStore::createLocalizedTextStore();
-  other->add({mdib("Herz", "de-DE", "hr", 1)});
-
+  other->add({mdib("hr", "de-DE", 1)});
   EXPECT_TRUE(store->languages().empty());
-  EXPECT_TRUE(impl.localizedTexts(everything()).empty());
-  EXPECT_EQ(store->text(reference("hr", 1), LanguageTag("de-DE")),
-            Zalt::Localization::LocalizedText::empty());
-  EXPECT_EQ(tags(other->languages()), std::vector<std::string>{"de-DE"});
+  EXPECT_TRUE(all().empty());
+  EXPECT_EQ(store->text(reference("hr", 1), LanguageTag("de-DE")), LocalizedText::empty());
+  EXPECT_EQ(other->text(reference("hr", 1), LanguageTag("de-DE")).text(), Utf8("s1"));
 }
 
 TEST_F(DeviceStore, RejectsIncompleteTextsInFixedOrderWithTheirOwnThrowSites) {
-  const MdibText noLanguageNoVersion(Utf8("x"), boost::none, LocalizedTextRef(Utf8("r")), boost::none,
-                                     boost::none);
-  const MdibText noVersion(Utf8("x"), LanguageTag("en-US"), LocalizedTextRef(Utf8("r")), boost::none,
-                           boost::none);
-  const MdibText noReference = mdib("x", "en-US", "", 1);
-
-  const auto language = addFailure(std::vector<MdibText>{noLanguageNoVersion});
-  const auto version = addFailure(std::vector<MdibText>{noVersion});
-  const auto ref = addFailure(std::vector<MdibText>{noReference});
-  const auto tag = addFailure(std::vector<MdibText>{mdib("x", "en", "r", 1)});
-
+  const auto language = addFailure({{Utf8("x"), any, ref("r"), any, any}});
+  const auto version = addFailure({{Utf8("x"), LanguageTag("en-US"), ref("r"), any, any}});
+  const auto reference = addFailure({mdib("", "en-US", 1)});
   EXPECT_STREQ(language.what(), "Cannot add localized text without language");
   EXPECT_STREQ(version.what(), "Cannot add localized text without version");
-  EXPECT_STREQ(ref.what(), "Cannot add localized text without reference");
-  EXPECT_STREQ(tag.what(),
-               "Invalid language tag (expected ll-CC (language + country), like 'en-US'), got: en");
-  for (const auto& failure : {language, version, ref, tag}) {
-    EXPECT_THAT(failure.file(), testing::EndsWith("Localization/ZaltOnly/Device/LocalizedTextStoreImpl.cpp"));
-    EXPECT_THAT(failure.file(), testing::Not(testing::StartsWith("/")));
+  EXPECT_STREQ(reference.what(), "Cannot add localized text without reference");
+  for (const char* tag : {"en", "en_US", "en-USA", "e1-US", "en-U5", "", "\xC3\xA4n-US"}) {
+    const auto form = addFailure({mdib("r", tag, 1)});
+    EXPECT_EQ(
+        form.what(),
+        std::string("Invalid language tag (expected ll-CC (language + country), like 'en-US'), got: ") + tag);
+  }
+  for (const auto& thrown : {language, version, reference, addFailure({mdib("r", "en", 1)})}) {
+    EXPECT_THAT(thrown.file(), testing::EndsWith("Localization/ZaltOnly/Device/LocalizedTextStoreImpl.cpp"));
+    EXPECT_THAT(thrown.file(), testing::Not(testing::StartsWith("/")));
   }
   EXPECT_NE(language.line(), version.line());
-  EXPECT_NE(ref.line(), tag.line());
   EXPECT_TRUE(store->languages().empty());  // no rejected text leaves its language behind
+  EXPECT_TRUE(all().empty());
 }
 
 TEST_F(DeviceStore, FailureKeepsTheTextsBeforeItAndTheStoreUsable) {
-  const MdibText noVersion(Utf8("x"), LanguageTag("fr-FR"), LocalizedTextRef(Utf8("a")), boost::none,
-                           boost::none);
-  const auto failure = addFailure(
-      std::vector<MdibText>{mdib("Herz", "de-DE", "hr", 1), noVersion, mdib("Heart", "en-US", "hr", 1)});
-
-  EXPECT_STREQ(failure.what(), "Cannot add localized text without version");
-  EXPECT_EQ(tags(store->languages()), std::vector<std::string>{"de-DE"});
-  EXPECT_EQ(impl.localizedTexts(everything()), std::vector<MdibText>{mdib("Herz", "de-DE", "hr", 1)});
-  EXPECT_EQ(store->text(reference("hr", 1), LanguageTag("de-DE")).text(), Utf8("Herz"));
-
-  store->add({mdib("Nase", "de-DE", "nose", 1)});
-  EXPECT_EQ(impl.localizedTexts(everything()).size(), 2U);
+  const auto thrown = addFailure({mdib("hr", "de-DE", 1),
+                                  {Utf8("x"), LanguageTag("fr-FR"), ref("a"), any, any},
+                                  mdib("hr", "en-US", 1)});
+  EXPECT_STREQ(thrown.what(), "Cannot add localized text without version");
+  EXPECT_EQ(languages(), Labels{"de-DE"});
+  EXPECT_EQ(all(), Labels{"hr de-DE 1 s1"});
+  store->add({mdib("nose", "de-DE", 1)});
+  EXPECT_EQ(all(), (Labels{"hr de-DE 1 s1", "nose de-DE 1 s1"}));
 }
 
 TEST_F(DeviceStore, MalformedUtf8KeepsTheLanguageButNotTheText) {
-  EXPECT_THROW(store->add({mdib("\x80", "it-IT", "a", 1)}), std::out_of_range);
-  EXPECT_EQ(tags(store->languages()), std::vector<std::string>{"it-IT"});
-  EXPECT_TRUE(impl.localizedTexts(everything()).empty());
+  EXPECT_THROW(store->add({mdib("a", "it-IT", 1, sm, 1, "\x80")}), std::out_of_range);
+  EXPECT_EQ(languages(), Labels{"it-IT"});
+  EXPECT_TRUE(all().empty());
 }
 
-TEST_F(DeviceStore, AddFormsReadTheCallersTextsAndListEachLanguageOnce) {
-  const std::vector<MdibText> original{mdib("Heart", "en-US", "hr", 1), mdib("Herz", "de-DE", "hr", 1),
-                                       mdib("Heart!", "en-US", "hr", 1, LocalizedTextWidth::Large)};
-  std::vector<MdibText> constCopy = original;
-  std::vector<MdibText> rvalueCopy = original;
+TEST_F(DeviceStore, EveryAddFormReadsTheCallersTextsAndChecksTheWholeTable) {
+  const Texts english{mdib("hr", "en-US", 1), mdib("hr", "en-US", 1, lg, 2)};
+  Texts forConst = english;
+  Texts forRvalue = english;
+  store->add(forConst);
+  store->add(std::move(forRvalue));
+  store->addMany(english);
+  EXPECT_EQ(forConst, english);
+  EXPECT_EQ(forRvalue, english);  // NOLINT(bugprone-use-after-move): elements are read, not moved from
+  EXPECT_EQ(all(), (Labels{"hr en-US 1 s1", "hr en-US 1 l2"}));
+  EXPECT_EQ(languages(), Labels{"en-US"});
 
-  store->add(constCopy);
-  store->add(std::move(rvalueCopy));
-  store->addMany({mdib("Nase", "de-DE", "nose", 1), mdib("Nose", "en-US", "nose", 1)});
-
-  EXPECT_EQ(constCopy, original);
-  EXPECT_EQ(rvalueCopy, original);  // NOLINT(bugprone-use-after-move): elements are read, not moved from
-  EXPECT_EQ(impl.localizedTexts(everything()).size(), 5U);
-  EXPECT_EQ(tags(store->languages()), (std::vector<std::string>{"de-DE", "en-US"}));  // sorted, each once
-}
-
-TEST_F(DeviceStore, EveryAddChecksLanguageConsistencyOfTheWholeTable) {
-  store->add({mdib("A", "de-DE", "a", 1), mdib("A", "en-US", "a", 1)});
-  const auto failure = addFailure(std::vector<MdibText>{mdib("B", "de-DE", "b", 2)});
-
-  EXPECT_STREQ(
-      failure.what(),
-      "(ref: b, ver:2) has inconsistent languages <de-DE> in relation to (ref: a, ver:1) with <de-DE,en-US>");
-  EXPECT_THAT(failure.file(), testing::EndsWith("Localization/Private/Common/LocalizedTextStore.cpp"));
-  EXPECT_EQ(store->text(reference("b", 2), LanguageTag("de-DE")).text(), Utf8("B"));  // the text stays
-  // The check runs for an empty batch too, so the table is still reported.
-  EXPECT_THROW(store->add(std::vector<MdibText>{}), Zalt::InternalConsistencyFailure);
+  // Each form checks the whole table after its batch; the batch stays stored.
+  const Texts german{mdib("nose", "de-DE", 1)};
+  const std::function<void(LocalizedTextStore&)> forms[] = {
+      [&](LocalizedTextStore& target) { target.add(german); },
+      [&](LocalizedTextStore& target) { target.add(Texts(german)); },
+      [&](LocalizedTextStore& target) { target.addMany(german); },
+  };
+  for (const auto& add : forms) {
+    const auto fresh = LocalizedTextStore::createLocalizedTextStore();
+    fresh->add(english);
+    const auto thrown = failure([&] { add(*fresh); });
+    EXPECT_STREQ(
+        thrown.what(),
+        "(ref: nose, ver:1) has inconsistent languages <de-DE> in relation to (ref: hr, ver:1) with <en-US>");
+    EXPECT_THAT(thrown.file(), testing::EndsWith("Localization/Private/Common/LocalizedTextStore.cpp"));
+    EXPECT_EQ(fresh->text(reference("nose", 1), LanguageTag("de-DE")).text(), Utf8("s1"));
+    EXPECT_THROW(fresh->add(Texts{}), InternalConsistencyFailure);  // an empty batch is checked too
+  }
+  store->add({mdib("hr", "de-DE", 1), mdib("hr", "en-US", 1, sm, 1, "dropped")});
+  EXPECT_EQ(languages(), (Labels{"de-DE", "en-US"}));  // sorted, each once
+  EXPECT_EQ(all(), (Labels{"hr de-DE 1 s1", "hr en-US 1 s1", "hr en-US 1 l2"}));
 }
 
 }  // namespace

@@ -1,3 +1,5 @@
+#include "TestSupport.h"
+
 #include <Zalt/Localization/LocalizedTextReferenceStore.h>
 
 #include <gtest/gtest.h>
@@ -5,20 +7,16 @@
 #include <algorithm>
 #include <random>
 
-using namespace Zalt::Localization;
-using Tovra::Mdib::LocalizedTextWidth;
+using namespace TestSupport;
+using Zalt::Localization::LocalizedTextReferenceStore;
 using References = std::set<LocalizedTextReference>;
 
 namespace {
 
-constexpr auto small = LocalizedTextWidth::Small;
-constexpr auto large = LocalizedTextWidth::Large;
+constexpr auto small = sm;
+constexpr auto large = lg;
 
-LocalizedTextReference hr(boost::optional<LocalizedTextWidth> width = {},
-                          boost::optional<NumberOfLines> lines = {}, std::uint64_t version = 3) {
-  return {Tovra::Mdib::LocalizedTextRef(Tovra::Locale::Utf8("hr")), Tovra::Mdib::VersionCounter(version),
-          width, lines};
-}
+LocalizedTextReference hr(Width width = any, Lines lines = any) { return reference("hr", 3, width, lines); }
 
 References afterAdding(References entries, const LocalizedTextReference& reference) {
   LocalizedTextReferenceStore store;
@@ -53,11 +51,12 @@ std::vector<LocalizedTextReference> everyReference() {
   for (int i = 0; i < 72; ++i) {
     const int width = i / 6 % 4;
     const int lines = i / 24;
-    const char* ref = i % 3 == 0 ? "a" : i % 3 == 1 ? "ab" : "b";
-    references.emplace_back(Tovra::Mdib::LocalizedTextRef(Tovra::Locale::Utf8(ref)),
-                            Tovra::Mdib::VersionCounter(static_cast<std::uint64_t>(1 + i / 3 % 2)),
-                            boost::make_optional(width > 0, static_cast<LocalizedTextWidth>(width)),
-                            boost::make_optional(lines > 0, static_cast<NumberOfLines>(lines)));
+    references.push_back(reference(i % 3 == 0   ? "a"
+                                   : i % 3 == 1 ? "ab"
+                                                : "b",
+                                   1 + i / 3 % 2,
+                                   boost::make_optional(width > 0, static_cast<LocalizedTextWidth>(width)),
+                                   boost::make_optional(lines > 0, static_cast<NumberOfLines>(lines))));
   }
   return references;
 }

@@ -1,90 +1,40 @@
-#include <Zalt/Localization/Private/Common/LocalizedTextStore.h>
+#include "TestSupport.h"
 
 #include <Zalt/Errors/InternalConsistencyFailure.h>
+#include <Zalt/Localization/Private/Common/LocalizedTextStore.h>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <iterator>
 #include <stdexcept>
-#include <string>
 
-using namespace Zalt::Localization;
-using Impl::LocalizedTextStore;
-using Tovra::Locale::LanguageTag;
-using Tovra::Locale::Utf8;
-using Tovra::Mdib::LocalizedTextRef;
-using Tovra::Mdib::LocalizedTextWidth;
-using Tovra::Mdib::VersionCounter;
-using Width = boost::optional<LocalizedTextWidth>;
-using Labels = std::vector<std::string>;
+using namespace TestSupport;
+using Zalt::Localization::Impl::LocalizedTextStore;
 
 namespace {
 
-constexpr auto xs = LocalizedTextWidth::ExtraSmall;
-constexpr auto sm = LocalizedTextWidth::Small;
-constexpr auto md = LocalizedTextWidth::Medium;
-constexpr auto lg = LocalizedTextWidth::Large;
-const boost::none_t any = boost::none;
-
-LocalizedTextRef ref(const char* name) { return LocalizedTextRef(Utf8(name)); }
-
-// Its content is a label ("m2"; "-1" without width) followed by the line feeds that make it `lines` long.
-Tovra::Mdib::LocalizedText mdib(const char* refName, const char* lang, std::uint64_t version,
-                                Width width = sm, NumberOfLines lines = 1, std::string label = "") {
-  if (label.empty()) {
-    label = (width ? std::string(1, "xsml"[static_cast<int>(*width)]) : "-") + std::to_string(lines);
-  }
-  return {Utf8(label + std::string(lines - 1, '\n')), LanguageTag(lang), ref(refName),
-          VersionCounter(version), width};
-}
-
-LocalizedTextStore storeWith(const std::vector<Tovra::Mdib::LocalizedText>& texts) {
+LocalizedTextStore storeWith(const std::vector<MdibText>& texts) {
   LocalizedTextStore store;
-  std::for_each(texts.begin(), texts.end(), [&store](const auto& text) { store.insert(text); });
+  for (const MdibText& text : texts) {
+    store.insert(text);
+  }
   return store;
 }
 
-// A text of the one group that most lookups search.
-Tovra::Mdib::LocalizedText hr(Width width, NumberOfLines lines) {
-  return mdib("hr", "de-DE", 1, width, lines);
+// A text of the group that the lookups below search: "hr" in de-DE.
+MdibText hr(Width width, NumberOfLines lines, std::uint64_t version = 1) {
+  return mdib("hr", "de-DE", version, width, lines);
 }
 
-// "m2", or with its origin "hr de-DE 1 m2".
-std::string label(const Tovra::Mdib::LocalizedText& text, bool withOrigin = false) {
-  std::string result = text.text().value();
-  result.erase(std::remove(result.begin(), result.end(), '\n'), result.end());
-  return withOrigin ? text.ref().get().value() + " " + text.lang()->tag() + " " +
-                          std::to_string(text.version()->get()) + " " + result
-                    : result;
+std::string best(const LocalizedTextStore& store, Width width, Lines lines = any, std::uint64_t version = 1) {
+  return label(store.text(reference("hr", version, width, lines), LanguageTag("de-DE")));
 }
 
-template <typename Texts>
-Labels labels(const Texts& texts, bool withOrigin = false) {
-  Labels result;
-  std::transform(texts.begin(), texts.end(), std::back_inserter(result),
-                 [withOrigin](const auto& text) { return label(text, withOrigin); });
-  return result;
+Labels selected(const LocalizedTextStore& store, std::set<LocalizedTextWidth> widths,
+                std::set<NumberOfLines> lines = {}) {
+  return labels(store.texts(filter({}, any, {}, std::move(widths), std::move(lines))), true);
 }
 
-std::string best(const LocalizedTextStore& store, Width width, boost::optional<NumberOfLines> lines = {},
-                 std::uint64_t version = 1) {
-  return label(store.text({ref("hr"), VersionCounter(version), width, lines}, LanguageTag("de-DE")));
-}
-
-LocalizedTextFilter filter(std::set<LocalizedTextRef> refs, boost::optional<std::uint64_t> version,
-                           std::set<LanguageTag> languages, std::set<LocalizedTextWidth> widths = {},
-                           std::set<NumberOfLines> lines = {}) {
-  return {std::move(refs), version ? boost::make_optional(VersionCounter(*version)) : boost::none,
-          std::move(languages), std::move(widths), std::move(lines)};
-}
-
-Labels byWidthAndLines(const LocalizedTextStore& store, std::set<LocalizedTextWidth> widths,
-                       std::set<NumberOfLines> lines = {}) {
-  return labels(store.texts(filter({}, any, {}, std::move(widths), std::move(lines))));
-}
-
-std::string consistencyFailure(const std::vector<Tovra::Mdib::LocalizedText>& texts) {
+std::string consistencyFailure(const std::vector<MdibText>& texts) {
   try {
     storeWith(texts).checkConsistency();
   } catch (const Zalt::InternalConsistencyFailure& failure) {
@@ -95,12 +45,10 @@ std::string consistencyFailure(const std::vector<Tovra::Mdib::LocalizedText>& te
   return "passed";
 }
 
-}  // namespace
-
 TEST(LocalizedTextStoreTest, TextsOfAReferenceListThemInKeyOrderAndTheFirstTextUnderAKeyStays) {
   const auto store = storeWith({mdib("hr", "en-US", 1), mdib("hr", "de-DE", 1), mdib("h", "de-DE", 1),
                                 mdib("hr", "de-DE", 3, lg, 1), mdib("hr", "de-DE", 3, sm, 2, "first"),
-                                mdib("hr", "de-DE", 3, {}, 1), mdib("hr", "de-DE", 3, sm, 2, "second"),
+                                mdib("hr", "de-DE", 3, any, 1), mdib("hr", "de-DE", 3, sm, 2, "second"),
                                 mdib("hr", "de-DE", 3), mdib("hr", "de-DE", 2, md, 1), mdib("hr", "de-de", 3),
                                 mdib("hr", "en-US", 3), mdib("hr2", "de-DE", 1)});
   EXPECT_EQ(labels(store.texts(ref("hr"), any), true),
@@ -108,7 +56,7 @@ TEST(LocalizedTextStoreTest, TextsOfAReferenceListThemInKeyOrderAndTheFirstTextU
                     "hr de-DE 1 s1", "hr de-de 3 s1", "hr en-US 3 s1", "hr en-US 1 s1"}));
   EXPECT_EQ(labels(store.texts(ref("hr"), VersionCounter(1)), true),
             (Labels{"hr de-DE 1 s1", "hr en-US 1 s1"}));
-  EXPECT_EQ(store.texts(ref("hr"), VersionCounter(3)).at(2).numberOfLines(), 2u);
+  EXPECT_EQ(store.texts(ref("hr"), VersionCounter(3)).at(2).numberOfLines(), 2U);
   EXPECT_TRUE(store.texts(ref("hr"), VersionCounter(4)).empty());
   EXPECT_TRUE(store.texts(ref("x"), any).empty());
 }
@@ -121,7 +69,7 @@ TEST(LocalizedTextStoreTest, InsertIgnoresIncompleteTextsButNotMalformedOnes) {
   EXPECT_THROW(store.insert({Utf8("\x80"), boost::none, ref("hr"), VersionCounter(1), sm}),
                std::out_of_range);
   EXPECT_THROW(store.insert(mdib("hr", "de-DE", 1, sm, 1, "a\xC3")), std::out_of_range);
-  EXPECT_TRUE(store.texts(filter({}, any, {})).empty());
+  EXPECT_TRUE(store.texts(filter()).empty());
 }
 
 TEST(LocalizedTextStoreTest, CopiesAreIndependentAndMovedFromStoresAreEmpty) {
@@ -129,38 +77,45 @@ TEST(LocalizedTextStoreTest, CopiesAreIndependentAndMovedFromStoresAreEmpty) {
   auto copy = store;
   LocalizedTextStore moved(std::move(copy));
   EXPECT_TRUE(copy.texts(ref("hr"), any).empty());  // NOLINT(bugprone-use-after-move)
-  copy.insert(mdib("hr", "de-DE", 1, lg, 1));
+  copy.insert(hr(lg, 1));
   moved = std::move(copy);
   EXPECT_EQ(labels(moved.texts(ref("hr"), any)), Labels{"l1"});
-  EXPECT_TRUE(copy.texts(filter({}, any, {})).empty());  // NOLINT(bugprone-use-after-move)
+  EXPECT_TRUE(copy.texts(filter()).empty());  // NOLINT(bugprone-use-after-move)
   moved = store;
-  moved.insert(mdib("hr", "de-DE", 1, md, 1));
+  moved.insert(hr(md, 1));
   EXPECT_EQ(labels(store.texts(ref("hr"), any)), Labels{"s1"});
   moved.clear();
-  EXPECT_EQ(moved.text({ref("hr"), VersionCounter(1)}, LanguageTag("de-DE")), LocalizedText::empty());
+  EXPECT_EQ(moved.text(reference("hr", 1), LanguageTag("de-DE")), LocalizedText::empty());
 }
 
 TEST(LocalizedTextStoreTest, WidthOnlyLookupTakesTheOneLineTextOfTheWidthOrTheWidestNarrower) {
-  const auto store = storeWith({hr(sm, 1), hr(sm, 3), hr(md, 1)});
+  const auto store = storeWith({hr(sm, 1), hr(sm, 3), hr(md, 1), mdib("ha", "de-DE", 1, lg, 1)});
   EXPECT_EQ(best(store, md), "m1");
   EXPECT_EQ(best(store, lg), "m1");
   EXPECT_EQ(best(store, any), "s1");
-  EXPECT_EQ(best(storeWith({hr(sm, 1), hr({}, 2)}), any), "-2");
+  EXPECT_EQ(best(store, xs), "");
+  EXPECT_EQ(best(storeWith({hr(sm, 1), hr(any, 2)}), any), "-2");
   EXPECT_EQ(best(storeWith({hr(sm, 1), hr(sm, 3), hr(md, 2)}), md), "s3");
   EXPECT_EQ(best(storeWith({hr(md, 2)}), md), "");
-  EXPECT_EQ(best(store, md, any, 2), "");
-  EXPECT_EQ(store.text({ref("hr"), VersionCounter(1), xs}, LanguageTag("de-DE")), LocalizedText::empty());
+  // Only the asked version answers, never a neighbouring group.
+  const auto versions = storeWith({hr(sm, 1, 2), hr(md, 1)});
+  EXPECT_EQ(best(versions, xs), "");
+  for (const std::uint64_t missing : {3, 0}) {
+    EXPECT_EQ(best(versions, any, any, missing), "");
+    EXPECT_EQ(best(versions, md, any, missing), "");
+  }
+  EXPECT_EQ(versions.text(reference("hr", 2), LanguageTag("en-US")), LocalizedText::empty());
 }
 
 TEST(LocalizedTextStoreTest, LookupWithLinesTakesTheFittingTextWithMostLinesThenWidest) {
-  const auto store = storeWith({hr({}, 2), hr(md, 1), hr(md, 2), hr(lg, 1)});
-  EXPECT_EQ(best(store, md, 2u), "m2");
-  EXPECT_EQ(best(store, md, 1u), "m1");
-  EXPECT_EQ(best(store, any, 1u), "l1");
-  EXPECT_EQ(best(store, md, 0u), "");
-  EXPECT_EQ(best(store, md, 2u, 2), "");
-  EXPECT_EQ(best(storeWith({hr(sm, 1), hr(md, 1)}), xs, 1u), "");
-  EXPECT_EQ(store.text({ref("hr"), VersionCounter(1), sm, 3u}, LanguageTag("de-DE")),
+  const auto store = storeWith({hr(any, 2), hr(md, 1), hr(md, 2), hr(lg, 1)});
+  EXPECT_EQ(best(store, md, 2U), "m2");
+  EXPECT_EQ(best(store, md, 1U), "m1");
+  EXPECT_EQ(best(store, any, 1U), "l1");
+  EXPECT_EQ(best(store, md, 0U), "");
+  EXPECT_EQ(best(store, md, 2U, 2), "");
+  EXPECT_EQ(best(storeWith({hr(sm, 1), hr(md, 1)}), xs, 1U), "");
+  EXPECT_EQ(store.text(reference("hr", 1, sm, 3U), LanguageTag("de-DE")),
             LocalizedText(Utf8("-2\n"), LanguageTag("de-DE"), ref("hr"), VersionCounter(1), any, 2));
 }
 
@@ -169,10 +124,10 @@ TEST(LocalizedTextStoreTest, FilterFixesEachReferencesVersionByItsFirstAcceptedG
       storeWith({mdib("z", "de-DE", 1), mdib("\xC3\xA4", "de-DE", 1), mdib("b", "en-US", 1),
                  mdib("b", "de-DE", 2), mdib("b", "de-DE", 1), mdib("b", "en-US", 3), mdib("b", "fr-FR", 2)});
   const std::set<LanguageTag> enAndFr{LanguageTag("en-US"), LanguageTag("fr-FR")};
-  EXPECT_EQ(labels(store.texts(filter({}, any, {})), true),
+  EXPECT_EQ(labels(store.texts(filter()), true),
             (Labels{"b de-DE 2 s1", "b fr-FR 2 s1", "z de-DE 1 s1", "\xC3\xA4 de-DE 1 s1"}));
   EXPECT_EQ(labels(store.texts(filter({}, any, enAndFr)), true), Labels{"b en-US 3 s1"});
-  EXPECT_EQ(labels(store.texts(filter({}, 1u, {})), true),
+  EXPECT_EQ(labels(store.texts(filter({}, 1U)), true),
             (Labels{"b de-DE 1 s1", "b en-US 1 s1", "z de-DE 1 s1", "\xC3\xA4 de-DE 1 s1"}));
   EXPECT_TRUE(store.texts(filter({}, any, {LanguageTag("it-IT")})).empty());
 
@@ -193,33 +148,42 @@ TEST(LocalizedTextStoreTest, FilterFixesEachReferencesVersionByItsFirstAcceptedG
 }
 
 TEST(LocalizedTextStoreTest, FilterByWidthOrLinesTakesTheLargestNotAboveEachWantedValue) {
-  const auto store = storeWith({hr({}, 1), hr(sm, 1), hr(sm, 2), hr(md, 1), hr(lg, 1)});
-  EXPECT_EQ(byWidthAndLines(store, {md}), Labels{"m1"});
-  EXPECT_EQ(byWidthAndLines(store, {sm, md}), (Labels{"s1", "s2", "m1"}));
-  EXPECT_EQ(byWidthAndLines(store, {md, LocalizedTextWidth::ExtraLarge}), (Labels{"m1", "l1"}));
-  EXPECT_TRUE(byWidthAndLines(store, {xs}).empty());
-  EXPECT_EQ(byWidthAndLines(store, {}), (Labels{"-1", "s1", "s2", "m1", "l1"}));
+  const auto store = storeWith({hr(any, 1), hr(sm, 1), hr(sm, 2), hr(md, 1), hr(lg, 1)});
+  const auto of = [](Labels texts) {
+    for (auto& text : texts) {
+      text = "hr de-DE 1 " + text;
+    }
+    return texts;
+  };
+  EXPECT_EQ(selected(store, {md}), of({"m1"}));
+  EXPECT_EQ(selected(store, {sm, md}), of({"s1", "s2", "m1"}));
+  EXPECT_EQ(selected(store, {md, xl}), of({"m1", "l1"}));
+  EXPECT_TRUE(selected(store, {xs}).empty());
+  EXPECT_EQ(selected(store, {}), of({"-1", "s1", "s2", "m1", "l1"}));
 
   const auto lines = storeWith({hr(sm, 1), hr(sm, 3), hr(md, 1), hr(md, 2)});
-  EXPECT_EQ(byWidthAndLines(lines, {}, {2}), Labels{"m2"});
-  EXPECT_EQ(byWidthAndLines(lines, {}, {1, 3}), (Labels{"s1", "m1", "s3"}));
-  EXPECT_EQ(byWidthAndLines(storeWith({hr({}, 2), hr(sm, 1)}), {}, {2, 5}), Labels{"-2"});
-}
+  EXPECT_EQ(selected(lines, {}, {2}), of({"m2"}));
+  EXPECT_EQ(selected(lines, {}, {1, 3}), of({"s1", "m1", "s3"}));
+  EXPECT_EQ(selected(storeWith({hr(any, 2), hr(sm, 1)}), {}, {2, 5}), of({"-2"}));
 
-TEST(LocalizedTextStoreTest, FilterByWidthAndLinesPicksLinesWithinTheChosenWidth) {
-  EXPECT_EQ(byWidthAndLines(storeWith({hr(sm, 1), hr(md, 1), hr(md, 3), hr(lg, 2)}), {md}, {1, 2}),
-            Labels{"m1"});
-  EXPECT_EQ(
-      byWidthAndLines(storeWith({hr(sm, 1), hr(sm, 2), hr(md, 1), hr(lg, 1), hr(lg, 4)}), {sm, lg}, {3}),
-      (Labels{"s2", "l1"}));
-  EXPECT_TRUE(byWidthAndLines(storeWith({hr({}, 1), hr(md, 3)}), {md}, {1, 2}).empty());
-  EXPECT_EQ(byWidthAndLines(storeWith({hr({}, 1), hr(md, 1)}), {md, lg}, {1}), Labels{"m1"});
+  EXPECT_EQ(selected(storeWith({hr(sm, 1), hr(md, 1), hr(md, 3), hr(lg, 2)}), {md}, {1, 2}), of({"m1"}));
+  EXPECT_EQ(selected(storeWith({hr(sm, 1), hr(sm, 2), hr(md, 1), hr(lg, 1), hr(lg, 4)}), {sm, lg}, {3}),
+            of({"s2", "l1"}));
+  EXPECT_TRUE(selected(storeWith({hr(any, 1), hr(md, 3)}), {md}, {1, 2}).empty());
+  EXPECT_EQ(selected(storeWith({hr(any, 1), hr(md, 1)}), {md, lg}, {1}), of({"m1"}));
+
+  // A group of texts without a width has nothing to give a request by width.
+  const auto widthless = storeWith({hr(any, 1), mdib("hr", "en-US", 1, any, 1), mdib("hr", "en-US", 1, md, 1),
+                                    mdib("hr", "en-US", 1, lg, 1)});
+  for (const auto& wantedLines : {std::set<NumberOfLines>{}, std::set<NumberOfLines>{1}}) {
+    EXPECT_EQ(selected(widthless, {md}, wantedLines), Labels{"hr en-US 1 m1"});
+  }
 }
 
 TEST(LocalizedTextStoreTest, ConsistencyNeedsTheLanguagesOfTheFirstReferencesLowestVersionEverywhere) {
   EXPECT_EQ(consistencyFailure({}), "passed");
   EXPECT_EQ(consistencyFailure({mdib("a", "de-DE", 1), mdib("a", "en-US", 1), mdib("a", "en-US", 1, md, 2),
-                                mdib("b", "de-DE", 2, {}, 1), mdib("b", "en-US", 2, lg, 3)}),
+                                mdib("b", "de-DE", 2, any, 1), mdib("b", "en-US", 2, lg, 3)}),
             "passed");
   EXPECT_EQ(
       consistencyFailure({mdib("a", "de-DE", 1), mdib("a", "en-US", 1), mdib("b", "de-DE", 2)}),
@@ -227,4 +191,11 @@ TEST(LocalizedTextStoreTest, ConsistencyNeedsTheLanguagesOfTheFirstReferencesLow
   EXPECT_EQ(
       consistencyFailure({mdib("a", "de-DE", 2), mdib("a", "en-US", 2), mdib("a", "de-DE", 1)}),
       "(ref: a, ver:2) has inconsistent languages <de-DE,en-US> in relation to (ref: a, ver:1) with <de-DE>");
+  // A reference in the middle of the table is found as soon as the next one begins.
+  EXPECT_EQ(consistencyFailure({mdib("a", "de-DE", 1), mdib("a", "en-US", 1), mdib("b", "en-US", 1),
+                                mdib("b", "fr-FR", 1), mdib("c", "de-DE", 1), mdib("c", "en-US", 1)}),
+            "(ref: b, ver:1) has inconsistent languages <en-US,fr-FR> in relation to (ref: a, ver:1) with "
+            "<de-DE,en-US>");
 }
+
+}  // namespace

@@ -4,34 +4,39 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace {
 
-using Zalt::Localization::Impl::numberOfLineBreaks;
-
-unsigned int breaks(const std::string& bytes) { return numberOfLineBreaks(Tovra::Locale::Utf8(bytes)); }
-
-TEST(NumberOfLineBreaks, LineFeedsAndCarriageReturns) {
-  EXPECT_EQ(breaks(""), 0U);
-  EXPECT_EQ(breaks("no break"), 0U);
-  EXPECT_EQ(breaks("a\nb"), 1U);
-  EXPECT_EQ(breaks("\n\n\n"), 3U);
-  EXPECT_EQ(breaks("a\r\nb"), 1U);
-  EXPECT_EQ(breaks("a\rb"), 1U);
-  EXPECT_EQ(breaks("a\r\rb"), 1U);  // two carriage returns in a row are one break
-  EXPECT_EQ(breaks("a\r"), 1U);
-  EXPECT_EQ(breaks("a\n\r"), 2U);
-  EXPECT_EQ(breaks("\r\n\r\n"), 2U);
+unsigned int breaks(const std::string& bytes) {
+  return Zalt::Localization::Impl::numberOfLineBreaks(Tovra::Locale::Utf8(bytes));
 }
 
-TEST(NumberOfLineBreaks, OtherBreakCharactersAndAPendingCarriageReturn) {
-  const std::string others[] = {"\x0B", "\x0C", "\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"};
-  for (const std::string& brk : others) {
-    EXPECT_EQ(breaks("a" + brk + "b"), 1U);
-    EXPECT_EQ(breaks("a\r" + brk + "b"), 2U);
+TEST(NumberOfLineBreaks, CountsEachBreakAndACarriageReturnOnlyOnceBeforeALineFeed) {
+  const std::pair<std::string, unsigned int> cases[] = {
+      {"", 0},
+      {"no break", 0},
+      {"a\nb", 1},
+      {"\n\n\n", 3},
+      {"a\r\nb", 1},
+      {"a\rb", 1},
+      {"a\r\rb", 1},
+      {"a\r", 1},
+      {"a\n\r", 2},
+      {"\r\n\r\n", 2},
+      {"\r\r\n", 1},
+      {"\r", 1},
+      {"\rx\r", 2},
+      // Near misses of the other break characters decode to ordinary characters.
+      {"\xC2\x84\xE2\x80\xAA\xF0\x9F\x98\x80", 0},
+  };
+  for (const auto& [text, expected] : cases) {
+    EXPECT_EQ(breaks(text), expected) << testing::PrintToString(text);
   }
-  // Near misses decode to ordinary characters.
-  EXPECT_EQ(breaks("\xC2\x84\xE2\x80\xAA\xF0\x9F\x98\x80"), 0U);
+  for (const std::string brk : {"\x0B", "\x0C", "\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"}) {
+    EXPECT_EQ(breaks("a" + brk + "b"), 1U) << testing::PrintToString(brk);
+    EXPECT_EQ(breaks("a\r" + brk + "b"), 2U) << testing::PrintToString(brk);
+  }
 }
 
 TEST(NumberOfLineBreaks, MalformedUtf8IsOutOfRange) {

@@ -1,35 +1,28 @@
+#include "TestSupport.h"
+
 #include <Zalt/Localization/MakeFilters.h>
 #include <Zalt/Localization/SliceReferences.h>
 
-#include <boost/optional/optional_io.hpp>
-
 #include <gtest/gtest.h>
 
-using namespace Zalt::Localization;
-using Tovra::Mdib::LocalizedTextRef;
-using Tovra::Mdib::LocalizedTextWidth;
+using namespace TestSupport;
+using Zalt::Localization::FilterAndReferences;
+using Zalt::Localization::makeFilters;
+using Zalt::Localization::sliceReferences;
 using References = std::set<LocalizedTextReference>;
 using Refs = std::set<LocalizedTextRef>;
 
 namespace {
 
-constexpr auto small = LocalizedTextWidth::Small;
-constexpr auto large = LocalizedTextWidth::Large;
-Tovra::Locale::LanguageTag german() { return Tovra::Locale::LanguageTag("de-DE"); }
-
-LocalizedTextRef ref(const char* name) { return LocalizedTextRef(Tovra::Locale::Utf8(name)); }
-
-LocalizedTextReference reference(const char* name, std::uint64_t version,
-                                 boost::optional<LocalizedTextWidth> width = {},
-                                 boost::optional<NumberOfLines> lines = {}) {
-  return {ref(name), Tovra::Mdib::VersionCounter(version), width, lines};
-}
+constexpr auto small = sm;
+constexpr auto large = lg;
+LanguageTag german() { return LanguageTag("de-DE"); }
 
 void expectFilter(const FilterAndReferences& request, const Refs& refs, std::uint64_t version,
                   const std::set<LocalizedTextWidth>& widths, const std::set<NumberOfLines>& lines) {
   EXPECT_EQ(request.filter.refs(), refs);
-  EXPECT_EQ(request.filter.version(), Tovra::Mdib::VersionCounter(version));
-  EXPECT_EQ(request.filter.languageTags(), std::set<Tovra::Locale::LanguageTag>{german()});
+  EXPECT_EQ(request.filter.version(), VersionCounter(version));
+  EXPECT_EQ(request.filter.languageTags(), std::set<LanguageTag>{german()});
   EXPECT_EQ(request.filter.textWidths(), widths);
   EXPECT_EQ(request.filter.numberOfLines(), lines);
 }
