@@ -31,11 +31,13 @@ fi
 mkdir -p "$scratch"
 build="$scratch/build/dev"
 
-# Tracked files as they are now, plus new files not ignored; the build
-# directory of the scratch copy survives a refresh.
+# Tracked files as they are now, plus new files not ignored. Only the build
+# directory of an earlier copy survives; every file gets a fresh timestamp so
+# that no object built from a planted fault outlives it.
+find "$scratch" -mindepth 1 -maxdepth 1 ! -name build -exec rm -rf {} +
 git ls-files -z --cached --others --exclude-standard |
   while IFS= read -r -d '' file; do [ -f "$file" ] && printf '%s\0' "$file"; done |
-  tar --null -T - -cf - | tar -xf - -C "$scratch"
+  tar --null -T - -cf - | tar -xmf - -C "$scratch"
 
 log="$scratch/mutate.log"
 echo "mutate: building the unchanged tree in $scratch"

@@ -36,12 +36,13 @@ TEST(LocalizedTextReferenceStoreTest, AddRemovesWhatTheNewReferenceCoversButNeve
 }
 
 TEST(LocalizedTextReferenceStoreTest, ReplaceWithTakesTheSetUncheckedUnlessItIsTheStoresOwn) {
-  References unchecked{hr(), hr(small, 1)};
   LocalizedTextReferenceStore store;
+  store.add(hr(large));
+  References unchecked{hr(), hr(small, 1)};
   store.replaceWith(std::move(unchecked));
   store.replaceWith(std::move(store.data()));
   EXPECT_TRUE(unchecked.empty());  // NOLINT(bugprone-use-after-move)
-  EXPECT_EQ(store.size(), 2u);
+  EXPECT_EQ(store.data(), (References{hr(), hr(small, 1)}));
 }
 
 // Every combination of three text references, two versions, three widths or
