@@ -34,29 +34,10 @@ protected:
     return tags;
   }
 
-  // The exception that `add` throws; a test failure if it throws none.
-  InternalConsistencyFailure failure(const std::function<void()>& add) {
-    try {
-      add();
-    } catch (const InternalConsistencyFailure& e) {
-      return e;
-    }
-    ADD_FAILURE() << "add did not throw";
-    return InternalConsistencyFailure("", "", 0);
-  }
   InternalConsistencyFailure addFailure(Texts texts) {
-    return failure([&] { store->add(std::move(texts)); });
+    return failureOf([&] { store->add(std::move(texts)); });
   }
 };
-
-TEST_F(DeviceStore, FreshStoresAreEmptyAndIndependent) {
-  const auto other = LocalizedTextStore::createLocalizedTextStore();
-  other->add({mdib("hr", "de-DE", 1)});
-  EXPECT_TRUE(store->languages().empty());
-  EXPECT_TRUE(all().empty());
-  EXPECT_EQ(store->text(reference("hr", 1), LanguageTag("de-DE")), LocalizedText::empty());
-  EXPECT_EQ(other->text(reference("hr", 1), LanguageTag("de-DE")).text(), Utf8("s1"));
-}
 
 TEST_F(DeviceStore, RejectsIncompleteTextsInFixedOrderWithTheirOwnThrowSites) {
   const auto language = addFailure({{Utf8("x"), any, ref("r"), any, any}});
@@ -89,12 +70,10 @@ TEST_F(DeviceStore, FailureKeepsTheTextsBeforeItAndTheStoreUsable) {
   EXPECT_EQ(all(), Labels{"hr de-DE 1 s1"});
   store->add({mdib("nose", "de-DE", 1)});
   EXPECT_EQ(all(), (Labels{"hr de-DE 1 s1", "nose de-DE 1 s1"}));
-}
-
-TEST_F(DeviceStore, MalformedUtf8KeepsTheLanguageButNotTheText) {
+  // A text that passed the checks but cannot be counted leaves its language behind.
   EXPECT_THROW(store->add({mdib("a", "it-IT", 1, sm, 1, "\x80")}), std::out_of_range);
-  EXPECT_EQ(languages(), Labels{"it-IT"});
-  EXPECT_TRUE(all().empty());
+  EXPECT_EQ(languages(), (Labels{"de-DE", "it-IT"}));
+  EXPECT_EQ(all().size(), 2U);
 }
 
 TEST_F(DeviceStore, EveryAddFormReadsTheCallersTextsAndChecksTheWholeTable) {
@@ -119,7 +98,7 @@ TEST_F(DeviceStore, EveryAddFormReadsTheCallersTextsAndChecksTheWholeTable) {
   for (const auto& add : forms) {
     const auto fresh = LocalizedTextStore::createLocalizedTextStore();
     fresh->add(english);
-    const auto thrown = failure([&] { add(*fresh); });
+    const auto thrown = failureOf([&] { add(*fresh); });
     EXPECT_STREQ(
         thrown.what(),
         "(ref: nose, ver:1) has inconsistent languages <de-DE> in relation to (ref: hr, ver:1) with <en-US>");

@@ -40,18 +40,12 @@ TEST(NumberOfLineBreaks, CountsEachBreakAndACarriageReturnOnlyOnceBeforeALineFee
 }
 
 TEST(NumberOfLineBreaks, MalformedUtf8IsOutOfRange) {
+  // A stray continuation byte, sequences cut short by the end or by another
+  // byte, a value above U+10FFFF, a surrogate, over-long forms, and a lead
+  // byte with five leading ones (read as a four-byte lead, then over-long).
   const std::string malformed[] = {
-      "\x80",              // continuation byte where a character starts
-      "a\xC3",             // sequence cut short by the end
-      "\xE2\x80",          // three-byte sequence cut short
-      "\xC3(",             // lead byte followed by a non-continuation byte
-      "\xE2\x28\xA1",      // ... also inside a longer sequence
-      "\xF4\x90\x80\x80",  // above U+10FFFF
-      "\xED\xA0\x80",      // surrogate U+D800
-      "\xC0\xAF",          // over-long '/'
-      "\xE0\x80\xAF",      // over-long in three bytes
-      "\xF8\x88\x80\x80",  // five leading ones read as a four-byte lead, then over-long
-  };
+      "\x80",         "a\xC3",    "\xE2\x80",     "\xC3(",           "\xE2\x28\xA1", "\xF4\x90\x80\x80",
+      "\xED\xA0\x80", "\xC0\xAF", "\xE0\x80\xAF", "\xF8\x88\x80\x80"};
   for (const std::string& bytes : malformed) {
     try {
       breaks(bytes);

@@ -14,8 +14,6 @@ using Refs = std::set<LocalizedTextRef>;
 
 namespace {
 
-constexpr auto small = sm;
-constexpr auto large = lg;
 LanguageTag german() { return LanguageTag("de-DE"); }
 
 void expectFilter(const FilterAndReferences& request, const Refs& refs, std::uint64_t version,
@@ -30,19 +28,18 @@ void expectFilter(const FilterAndReferences& request, const Refs& refs, std::uin
 TEST(RequestPlanningTest, MakeFiltersGroupsByVersionThenWidthThenNumberOfLines) {
   EXPECT_TRUE(makeFilters({}, german()).empty());
 
-  const References wanted{reference("a", 4),           reference("b", 4, large),
-                          reference("d", 4, small, 2), reference("e", 4, small, 2),
-                          reference("a", 4, small, 2), reference("c", 2),
-                          reference("d", 4, large)};
+  const References wanted{reference("a", 4),        reference("b", 4, lg),    reference("d", 4, sm, 2),
+                          reference("e", 4, sm, 2), reference("a", 4, sm, 2), reference("c", 2),
+                          reference("d", 4, lg)};
   const auto requests = makeFilters(wanted, german());
   ASSERT_EQ(requests.size(), 4u);
   expectFilter(requests[0], {ref("c")}, 2, {}, {});
   expectFilter(requests[1], {ref("a")}, 4, {}, {});
-  expectFilter(requests[2], {ref("a"), ref("d"), ref("e")}, 4, {small}, {2});
-  expectFilter(requests[3], {ref("b"), ref("d")}, 4, {large}, {});
-  EXPECT_EQ(requests[2].references, (References{reference("a", 4, small, 2), reference("d", 4, small, 2),
-                                                reference("e", 4, small, 2)}));
-  EXPECT_EQ(requests[3].references, (References{reference("b", 4, large), reference("d", 4, large)}));
+  expectFilter(requests[2], {ref("a"), ref("d"), ref("e")}, 4, {sm}, {2});
+  expectFilter(requests[3], {ref("b"), ref("d")}, 4, {lg}, {});
+  EXPECT_EQ(requests[2].references,
+            (References{reference("a", 4, sm, 2), reference("d", 4, sm, 2), reference("e", 4, sm, 2)}));
+  EXPECT_EQ(requests[3].references, (References{reference("b", 4, lg), reference("d", 4, lg)}));
 }
 
 TEST(RequestPlanningTest, SliceReferencesCutsByPositionAndKeepsTheArgument) {
@@ -51,12 +48,12 @@ TEST(RequestPlanningTest, SliceReferencesCutsByPositionAndKeepsTheArgument) {
   EXPECT_FALSE(sliceReferences(std::move(one)));
   EXPECT_EQ(one.size(), 1u);  // NOLINT(bugprone-use-after-move)
 
-  References wanted{reference("a", 1, small), reference("a", 1, large), reference("a", 1), reference("b", 1),
+  References wanted{reference("a", 1, sm), reference("a", 1, lg), reference("a", 1), reference("b", 1),
                     reference("c", 1)};
   const auto halves = sliceReferences(std::move(wanted));
   ASSERT_TRUE(halves);
-  EXPECT_EQ(halves->first, (References{reference("a", 1), reference("a", 1, small)}));
-  EXPECT_EQ(halves->second, (References{reference("a", 1, large), reference("b", 1), reference("c", 1)}));
+  EXPECT_EQ(halves->first, (References{reference("a", 1), reference("a", 1, sm)}));
+  EXPECT_EQ(halves->second, (References{reference("a", 1, lg), reference("b", 1), reference("c", 1)}));
   EXPECT_EQ(wanted.size(), 5u);  // NOLINT(bugprone-use-after-move)
 }
 

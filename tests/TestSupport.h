@@ -8,9 +8,12 @@
 //   labels(store.texts(ref("hr"), boost::none));  // {"m2"}
 #pragma once
 
+#include <Zalt/Errors/InternalConsistencyFailure.h>
 #include <Zalt/Localization/LocalizedText.h>
 #include <Zalt/Localization/LocalizedTextFilter.h>
 #include <Zalt/Localization/LocalizedTextReference.h>
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -84,6 +87,18 @@ Labels labels(const Texts& texts, bool withOrigin = false) {
     result.push_back(label(text, withOrigin));
   }
   return result;
+}
+
+// What `run` throws; a test failure if it throws nothing.
+template <typename Run>
+Zalt::InternalConsistencyFailure failureOf(const Run& run) {
+  try {
+    run();
+  } catch (const Zalt::InternalConsistencyFailure& failure) {
+    return failure;
+  }
+  ADD_FAILURE() << "nothing thrown";
+  return {"", "", 0};
 }
 
 }  // namespace TestSupport

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <tuple>
 
 using namespace TestSupport;
 
@@ -25,55 +26,38 @@ std::string onFormatStream(const T& value) {
 }
 
 TEST(Values, ReferencesOrderByRefBytesThenVersionThenAbsentFirstWidthAndLines) {
-  const std::uint64_t high = std::uint64_t{1} << 63U;
-  // Each one orders before the next.
-  const std::vector<LocalizedTextReference> ascending{
-      reference("a", 9),
-      reference("a", high),
-      reference("a", UINT64_MAX),
-      reference("ab", 1),
-      reference("ab", 1, any, 1U),
-      reference("ab", 1, any, 3U),
-      reference("ab", 1, static_cast<LocalizedTextWidth>(-1)),
-      reference("ab", 1, xs, 1U),
-      reference("ab", 1, sm),
-      reference("ab", 1, sm, 2U),
-      reference("ab", 1, sm, 9U),
-      reference("ab", 1, md),
-      reference("ab", 1, static_cast<LocalizedTextWidth>(6)),
-      reference("b", 1),
-      reference("z", 1),
-      reference("\xC3\xA4", 1),  // a byte of 0x80 or above orders after ASCII
-  };
+  const auto unknown = [](int width) { return static_cast<LocalizedTextWidth>(width); };
+  // Each orders before the next; a byte of 0x80 or above orders after ASCII.
+  const std::vector<LocalizedTextReference> ascending{reference("a", 9),
+                                                      reference("a", std::uint64_t{1} << 63U),
+                                                      reference("ab", 1),
+                                                      reference("ab", 1, any, 1U),
+                                                      reference("ab", 1, any, 3U),
+                                                      reference("ab", 1, unknown(-1)),
+                                                      reference("ab", 1, xs, 1U),
+                                                      reference("ab", 1, sm),
+                                                      reference("ab", 1, sm, 2U),
+                                                      reference("ab", 1, md),
+                                                      reference("ab", 1, unknown(6)),
+                                                      reference("z", 1),
+                                                      reference("\xC3\xA4", 1)};
   for (std::size_t i = 0; i + 1 < ascending.size(); ++i) {
-    EXPECT_TRUE(ascending[i] < ascending[i + 1]) << ascending[i] << " < " << ascending[i + 1];
-    EXPECT_FALSE(ascending[i + 1] < ascending[i]) << ascending[i + 1] << " < " << ascending[i];
-    EXPECT_FALSE(ascending[i] < ascending[i]) << ascending[i];
-    EXPECT_TRUE(ascending[i] != ascending[i + 1] && !(ascending[i] == ascending[i + 1])) << ascending[i];
+    const auto& [lower, higher] = std::tie(ascending[i], ascending[i + 1]);
+    EXPECT_TRUE(lower < higher && !(higher < lower) && !(lower < lower)) << lower << " < " << higher;
+    EXPECT_TRUE(lower != higher && !(lower == higher) && lower == LocalizedTextReference(lower)) << lower;
   }
-  EXPECT_EQ(reference("ab", 1, sm, 2U), reference("ab", 1, sm, 2U));
 }
 
 TEST(Values, LocalizedTextsAreEqualOnlyWhenEveryPartIs) {
-  const LocalizedText text(Utf8("Herz"), LanguageTag("de-DE"), ref("hr"), VersionCounter(3), md, 1);
-  const LocalizedText differing[] = {
-      {Utf8("Herz!"), LanguageTag("de-DE"), ref("hr"), VersionCounter(3), md, 1},
-      {Utf8("Herz"), LanguageTag("de-de"), ref("hr"), VersionCounter(3), md, 1},
-      {Utf8("Herz"), any, ref("hr"), VersionCounter(3), md, 1},
-      {Utf8("Herz"), LanguageTag("de-DE"), ref("hr2"), VersionCounter(3), md, 1},
-      {Utf8("Herz"), LanguageTag("de-DE"), ref("hr"), VersionCounter(4), md, 1},
-      {Utf8("Herz"), LanguageTag("de-DE"), ref("hr"), any, md, 1},
-      {Utf8("Herz"), LanguageTag("de-DE"), ref("hr"), VersionCounter(3), lg, 1},
-      {Utf8("Herz"), LanguageTag("de-DE"), ref("hr"), VersionCounter(3), any, 1},
-      {Utf8("Herz"), LanguageTag("de-DE"), ref("hr"), VersionCounter(3), md, 2},
-      LocalizedText::empty(),
-  };
-  for (const LocalizedText& other : differing) {
+  const LocalizedText text(mdib("hr", "de-DE", 3, md, 1, "Herz"), 1);
+  for (const LocalizedText& other :
+       {LocalizedText(mdib("hr", "de-DE", 3, md, 1, "Herz!"), 1),
+        LocalizedText(mdib("hr", "de-DE", 4, md, 1, "Herz"), 1),
+        LocalizedText(mdib("hr", "de-DE", 3, md, 1, "Herz"), 2), LocalizedText::empty()}) {
     EXPECT_TRUE(text != other && !(text == other)) << other;
   }
   EXPECT_TRUE(text == LocalizedText(mdib("hr", "de-DE", 3, md, 1, "Herz"), 1) &&
               !(text != LocalizedText(mdib("hr", "de-DE", 3, md, 1, "Herz"), 1)));
-  EXPECT_EQ(LocalizedText::empty(), LocalizedText(MdibText(Utf8("")), 1));
 }
 
 TEST(Values, PrintedFormsOfTextsAreTheSameOnBothStreams) {
