@@ -18,11 +18,9 @@ using Zalt::Localization::Device::LocalizedTextStoreImpl;
 
 namespace {
 
-const std::vector<std::string> batchLanguages{"de-DE", "en-US", "fr-FR"};
-
 // One new reference in every language and two widths: consistent with every other batch.
 std::vector<MdibText> batch(const std::string& name,
-                            const std::vector<std::string>& languages = batchLanguages) {
+                            const std::vector<std::string>& languages = {"de-DE", "en-US", "fr-FR"}) {
   std::vector<MdibText> texts;
   for (const std::string& language : languages) {
     texts.push_back(mdib(name, language, 1, sm));
@@ -34,7 +32,7 @@ std::vector<MdibText> batch(const std::string& name,
 TEST(DeviceStoreConcurrency, ReadersSeeWholeBatchesOnly) {
   constexpr int writers = 3;
   constexpr int batchesPerWriter = 40;
-  const std::size_t batchSize = 2 * batchLanguages.size();
+  const std::size_t batchSize = batch("").size();
   const auto store = LocalizedTextStore::createLocalizedTextStore();
   const auto& impl = dynamic_cast<const LocalizedTextStoreImpl&>(*store);
   std::atomic<int> writersLeft{writers};

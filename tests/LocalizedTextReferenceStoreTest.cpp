@@ -31,10 +31,10 @@ TEST(LocalizedTextReferenceStoreTest, ReplaceWithTakesTheSetUncheckedUnlessItIsT
 // none, and two numbers of lines or none.
 std::vector<LocalizedTextReference> everyReference() {
   std::vector<LocalizedTextReference> references;
-  for (int i = 0; i < 72; ++i) {
-    const int width = i / 6 % 4;
-    const int lines = i / 24;
-    references.push_back(reference(std::vector<std::string>{"a", "ab", "b"}[i % 3], 1 + i / 3 % 2,
+  for (unsigned i = 0; i < 72; ++i) {
+    const unsigned width = i / 6 % 4;
+    const unsigned lines = i / 24;
+    references.push_back(reference(std::vector<std::string>{"a", "ab", "b"}[i % 3], 1 + i / 3 % 2U,
                                    boost::make_optional(width > 0, static_cast<LocalizedTextWidth>(width)),
                                    boost::make_optional(lines > 0, static_cast<NumberOfLines>(lines))));
   }

@@ -91,7 +91,7 @@ TEST(LocalizedTextStoreTest, WidthOnlyLookupTakesTheOneLineTextOfTheWidthOrTheWi
   // Only the asked version answers, never a neighbouring group.
   const auto versions = storeWith({hr(sm, 1, 2), hr(md, 1)});
   EXPECT_EQ(best(versions, xs), "");
-  for (const std::uint64_t missing : {3, 0}) {
+  for (const std::uint64_t missing : {3U, 0U}) {
     EXPECT_EQ(best(versions, any, any, missing), "");
     EXPECT_EQ(best(versions, md, any, missing), "");
   }
