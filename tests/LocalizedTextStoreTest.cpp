@@ -25,8 +25,14 @@ MdibText hr(Width width, NumberOfLines lines, std::uint64_t version = 1) {
   return mdib("hr", "de-DE", version, width, lines);
 }
 
-std::string best(const LocalizedTextStore& store, Width width, Lines lines = any, std::uint64_t version = 1) {
-  return label(store.text(reference("hr", version, width, lines), LanguageTag("de-DE")));
+// The best text for each width asked, with `lines` and `version`.
+Labels best(const LocalizedTextStore& store, const std::vector<Width>& widths, Lines lines = any,
+            std::uint64_t version = 1) {
+  Labels result;
+  for (const Width& width : widths) {
+    result.push_back(label(store.text(reference("hr", version, width, lines), LanguageTag("de-DE"))));
+  }
+  return result;
 }
 
 Labels selected(const LocalizedTextStore& store, std::set<LocalizedTextWidth> widths,
@@ -81,31 +87,26 @@ TEST(LocalizedTextStoreTest, CopiesAreIndependentAndMovedFromStoresAreEmpty) {
 
 TEST(LocalizedTextStoreTest, WidthOnlyLookupTakesTheOneLineTextOfTheWidthOrTheWidestNarrower) {
   const auto store = storeWith({hr(sm, 1), hr(sm, 3), hr(md, 1), mdib("ha", "de-DE", 1, lg, 1)});
-  EXPECT_EQ(best(store, md), "m1");
-  EXPECT_EQ(best(store, lg), "m1");
-  EXPECT_EQ(best(store, any), "s1");
-  EXPECT_EQ(best(store, xs), "");
-  EXPECT_EQ(best(storeWith({hr(sm, 1), hr(any, 2)}), any), "-2");
-  EXPECT_EQ(best(storeWith({hr(sm, 1), hr(sm, 3), hr(md, 2)}), md), "s3");
-  EXPECT_EQ(best(storeWith({hr(md, 2)}), md), "");
+  EXPECT_EQ(best(store, {md, lg, any, xs}), (Labels{"m1", "m1", "s1", ""}));
+  EXPECT_EQ(best(storeWith({hr(sm, 1), hr(any, 2)}), {any}), Labels{"-2"});
+  EXPECT_EQ(best(storeWith({hr(sm, 1), hr(sm, 3), hr(md, 2)}), {md}), Labels{"s3"});
+  EXPECT_EQ(best(storeWith({hr(md, 2)}), {md}), Labels{""});
   // Only the asked version answers, never a neighbouring group.
   const auto versions = storeWith({hr(sm, 1, 2), hr(md, 1)});
-  EXPECT_EQ(best(versions, xs), "");
+  EXPECT_EQ(best(versions, {xs}), Labels{""});
   for (const std::uint64_t missing : {3U, 0U}) {
-    EXPECT_EQ(best(versions, any, any, missing), "");
-    EXPECT_EQ(best(versions, md, any, missing), "");
+    EXPECT_EQ(best(versions, {any, md}, any, missing), (Labels{"", ""}));
   }
   EXPECT_EQ(versions.text(reference("hr", 2), LanguageTag("en-US")), LocalizedText::empty());
 }
 
 TEST(LocalizedTextStoreTest, LookupWithLinesTakesTheFittingTextWithMostLinesThenWidest) {
   const auto store = storeWith({hr(any, 2), hr(md, 1), hr(md, 2), hr(lg, 1)});
-  EXPECT_EQ(best(store, md, 2U), "m2");
-  EXPECT_EQ(best(store, md, 1U), "m1");
-  EXPECT_EQ(best(store, any, 1U), "l1");
-  EXPECT_EQ(best(store, md, 0U), "");
-  EXPECT_EQ(best(store, md, 2U, 2), "");
-  EXPECT_EQ(best(storeWith({hr(sm, 1), hr(md, 1)}), xs, 1U), "");
+  EXPECT_EQ(best(store, {md}, 2U), Labels{"m2"});
+  EXPECT_EQ(best(store, {md, any}, 1U), (Labels{"m1", "l1"}));
+  EXPECT_EQ(best(store, {md}, 0U), Labels{""});
+  EXPECT_EQ(best(store, {md}, 2U, 2), Labels{""});
+  EXPECT_EQ(best(storeWith({hr(sm, 1), hr(md, 1)}), {xs}, 1U), Labels{""});
   EXPECT_EQ(store.text(reference("hr", 1, sm, 3U), LanguageTag("de-DE")),
             LocalizedText(Utf8("-2\n"), LanguageTag("de-DE"), ref("hr"), VersionCounter(1), any, 2));
 }

@@ -13,23 +13,20 @@ unsigned int breaks(const std::string& bytes) {
 }
 
 TEST(NumberOfLineBreaks, CountsEachBreakAndACarriageReturnOnlyOnceBeforeALineFeed) {
-  const std::pair<std::string, unsigned int> cases[] = {
-      {"", 0},
-      {"no break", 0},
-      {"a\nb", 1},
-      {"\n\n\n", 3},
-      {"a\r\nb", 1},
-      {"a\rb", 1},
-      {"a\r\rb", 1},
-      {"a\r", 1},
-      {"a\n\r", 2},
-      {"\r\n\r\n", 2},
-      {"\r\r\n", 1},
-      {"\r", 1},
-      {"\rx\r", 2},
-      // Near misses of the other break characters decode to ordinary characters.
-      {"\xC2\x84\xE2\x80\xAA\xF0\x9F\x98\x80", 0},
-  };
+  // The last case holds near misses of the break characters: U+0084, U+202A and an emoji.
+  const std::pair<std::string, unsigned int> cases[] = {{"", 0},
+                                                        {"no break", 0},
+                                                        {"a\nb", 1},
+                                                        {"\n\n\n", 3},
+                                                        {"a\r\nb", 1},
+                                                        {"a\rb", 1},
+                                                        {"a\r\rb", 1},
+                                                        {"a\r", 1},
+                                                        {"a\n\r", 2},
+                                                        {"\r\n\r\n", 2},
+                                                        {"\r\r\n", 1},
+                                                        {"\rx\r", 2},
+                                                        {"\xC2\x84\xE2\x80\xAA\xF0\x9F\x98\x80", 0}};
   for (const auto& [text, expected] : cases) {
     EXPECT_EQ(breaks(text), expected) << testing::PrintToString(text);
   }
@@ -39,14 +36,12 @@ TEST(NumberOfLineBreaks, CountsEachBreakAndACarriageReturnOnlyOnceBeforeALineFee
   }
 }
 
+// A stray continuation byte, sequences cut short by the end or by another
+// byte, a value above U+10FFFF, a surrogate, over-long forms, and a lead byte
+// with five leading ones (read as a four-byte lead, then over-long).
 TEST(NumberOfLineBreaks, MalformedUtf8IsOutOfRange) {
-  // A stray continuation byte, sequences cut short by the end or by another
-  // byte, a value above U+10FFFF, a surrogate, over-long forms, and a lead
-  // byte with five leading ones (read as a four-byte lead, then over-long).
-  const std::string malformed[] = {
-      "\x80",         "a\xC3",    "\xE2\x80",     "\xC3(",           "\xE2\x28\xA1", "\xF4\x90\x80\x80",
-      "\xED\xA0\x80", "\xC0\xAF", "\xE0\x80\xAF", "\xF8\x88\x80\x80"};
-  for (const std::string& bytes : malformed) {
+  for (const std::string bytes : {"\x80", "a\xC3", "\xE2\x80", "\xC3(", "\xE2\x28\xA1", "\xF4\x90\x80\x80",
+                                  "\xED\xA0\x80", "\xC0\xAF", "\xE0\x80\xAF", "\xF8\x88\x80\x80"}) {
     try {
       breaks(bytes);
       ADD_FAILURE() << "no error for " << testing::PrintToString(bytes);
