@@ -12,12 +12,16 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdint>
+#include <exception>
+#include <iostream>
 #include <string>
 #include <vector>
 
-int main(int argc, char** argv) {
-  using namespace ZaltCatalogueTool;
+namespace {
 
+using namespace ZaltCatalogueTool;
+
+int run(int argc, char** argv) {
   CLI::App app("Checks localized-text catalogues against the rules of the device store.");
   app.require_subcommand(1);
 
@@ -74,4 +78,15 @@ int main(int argc, char** argv) {
     return fit(files, request);
   }
   return stats(files);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& error) {
+    std::cerr << "zalt-lts-catalogue: " << error.what() << '\n';
+    return unreadable;
+  }
 }
