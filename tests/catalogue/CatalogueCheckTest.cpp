@@ -105,6 +105,12 @@ TEST(CatalogueCheck, NamesBothTheMissingAndTheExtraLanguagesOfOneReference) {
             "lack");
   EXPECT_EQ(check.findings[0].location.line, 6);
   EXPECT_EQ(check.findings[1].kind, Finding::Kind::Inconsistent);
+
+  // Half of the references is enough to expect a language: a missing one is the likelier mistake.
+  EXPECT_EQ(checkCatalogue(catalogue({text("a", "de-DE"), text("a", "en-US"), text("b", "de-DE")}))
+                .findings.at(0)
+                .message,
+            "reference 'b' version 1 lacks en-US, which the other references have");
 }
 
 }  // namespace

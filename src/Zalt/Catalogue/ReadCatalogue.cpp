@@ -134,7 +134,7 @@ private:
     const std::string digits = collapsed(attribute.value());
     std::uint64_t value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (digits.empty() || error != std::errc() || end != digits.data() + digits.size()) {
+    if (error != std::errc() || end != digits.data() + digits.size()) {
       throw CatalogueError(
           std::string("Version '") + attribute.value() + "' is not an unsigned 64-bit decimal", location);
     }
