@@ -62,7 +62,7 @@ MdibText mdibText(const char* value, const LanguageTag& language, const char* re
 
 }  // namespace
 
-std::vector<MdibText> walkthroughCatalogue() {
+std::vector<MdibText> loadCatalogue() {
   std::vector<MdibText> texts;
   for (const CatalogueLine& line : catalogue) {
     texts.push_back(mdibText(line.english, english, line.ref, line.version, line.width));

@@ -10,6 +10,8 @@
 
 namespace ZaltExamples {
 
-std::vector<Tovra::Mdib::LocalizedText> walkthroughCatalogue();
+// The catalogue as the walkthrough loads it: per reference, version and width,
+// the English, German and French text.
+std::vector<Tovra::Mdib::LocalizedText> loadCatalogue();
 
 }  // namespace ZaltExamples

@@ -15,7 +15,7 @@ TEST(WalkthroughCatalogue, TheFileHoldsExactlyTheTextsThatTheWalkthroughLoads) {
   for (const auto& entry : read) {
     texts.push_back(entry.text);
   }
-  EXPECT_EQ(texts, ZaltExamples::walkthroughCatalogue());
+  EXPECT_EQ(texts, ZaltExamples::loadCatalogue());
   EXPECT_TRUE(Zalt::Catalogue::checkCatalogue(read).findings.empty());
 }
 
