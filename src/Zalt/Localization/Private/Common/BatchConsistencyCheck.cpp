@@ -96,12 +96,11 @@ bool LocalizedTextStore::updateExpectedLanguages(const std::vector<std::string_v
   return true;
 }
 
+// `ref` has at least one entry: every text of a batch is filed or was already.
 void LocalizedTextStore::reclassify(std::string_view ref) {
   const auto first = m_table.lower_bound(LocalizedTextStoreKeyView{
       ref, {}, Tovra::Mdib::VersionCounter(std::numeric_limits<std::uint64_t>::max()), boost::none, 1});
-  if (first == m_table.end() || refOf(first->first) != ref) {
-    m_consistency.inconsistentRefs.erase(ref);
-  } else if (classify(first).first) {
+  if (classify(first).first) {
     m_consistency.inconsistentRefs.erase(ref);
   } else {
     // A view of the table's own key: the batch's texts do not outlive the call.

@@ -47,7 +47,9 @@ LocalizedTextStoreKeyView groupStart(std::string_view ref, std::string_view lang
 VersionCounter newestVersion() { return VersionCounter(std::numeric_limits<std::uint64_t>::max()); }
 
 // The empty tag and the newest possible version order before every stored key of `ref`.
-LocalizedTextStoreKeyView referenceStart(std::string_view ref) { return groupStart(ref, {}, newestVersion()); }
+LocalizedTextStoreKeyView referenceStart(std::string_view ref) {
+  return groupStart(ref, {}, newestVersion());
+}
 
 Tovra::Mdib::LocalizedText toMdibText(const Entry& entry) {
   const LocalizedTextStoreKey& key = entry.first;
@@ -400,7 +402,8 @@ LocalizedTextStore::Table::const_iterator LocalizedTextStore::textItByTextWidth(
 
 LocalizedTextStore::Table::const_iterator LocalizedTextStore::textItByTextWidthAndNumberOfLines(
     const LocalizedTextReference& reference, const Tovra::Locale::LanguageTag& language) const {
-  const LocalizedTextStoreKeyView first = groupStart(reference.ref.get().value(), language.tag(), reference.version);
+  const LocalizedTextStoreKeyView first =
+      groupStart(reference.ref.get().value(), language.tag(), reference.version);
   auto best = m_table.end();
   // The group runs from narrow to wide, so letting a later fit with as many
   // lines win picks the widest of the texts with the most lines.
@@ -417,8 +420,8 @@ std::vector<LocalizedText> LocalizedTextStore::texts(
     const Tovra::Mdib::LocalizedTextRef& ref,
     const boost::optional<Tovra::Mdib::VersionCounter>& version) const {
   std::vector<LocalizedText> result;
-  for (auto it = m_table.lower_bound(referenceStart(ref.get().value())); it != m_table.end() && it->first.ref == ref;
-       ++it) {
+  for (auto it = m_table.lower_bound(referenceStart(ref.get().value()));
+       it != m_table.end() && it->first.ref == ref; ++it) {
     if (!version || it->first.version == *version) {
       result.push_back(toLocalizedText(*it));
     }
