@@ -375,8 +375,9 @@ void askLanguages(benchmark::State& state, std::size_t references) {
   }
 }
 
-// Heap growth while a store takes the catalogue, per text, beside what the
-// texts and their keys weigh by themselves.
+// Heap growth while a store takes the catalogue, per text, beside a bare map
+// of the same keys and texts and what the texts and their keys weigh by
+// themselves.
 void measureMemory(benchmark::State& state, std::size_t references) {
   const std::vector<LocalizedText> catalogue = makeCatalogue(references);
   std::size_t payload = 0;
@@ -386,6 +387,7 @@ void measureMemory(benchmark::State& state, std::size_t references) {
     keyText += text.ref().get().value().size() + text.lang()->tag().size();
   }
   std::size_t grown = 0;
+  std::size_t bareMap = 0;
   for (auto _ : state) {
     const std::size_t before = heapInUse();
     std::shared_ptr<LocalizedTextStoreImpl> store = newStore();
@@ -393,12 +395,16 @@ void measureMemory(benchmark::State& state, std::size_t references) {
     grown = heapInUse() - before;
     state.PauseTiming();
     store.reset();
+    const std::size_t beforeMap = heapInUse();
+    const DescentFloor map = descentFloorOf(catalogue);
+    bareMap = heapInUse() - beforeMap;
     state.ResumeTiming();
   }
   const auto perText = [&catalogue](std::size_t bytes) {
     return static_cast<double>(bytes) / static_cast<double>(catalogue.size());
   };
   state.counters["heap_per_text"] = perText(grown);
+  state.counters["bare_map_per_text"] = perText(bareMap);
   state.counters["payload_per_text"] = perText(payload);
   state.counters["key_text_per_text"] = perText(keyText);
 }

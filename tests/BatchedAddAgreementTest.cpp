@@ -134,7 +134,8 @@ private:
       case 1:
         return MdibText(good.text(), good.lang(), good.ref(), boost::none, good.textWidth());
       case 2:
-        return MdibText(good.text(), good.lang(), LocalizedTextRef(Utf8("")), good.version(), good.textWidth());
+        return MdibText(good.text(), good.lang(), LocalizedTextRef(Utf8("")), good.version(),
+                        good.textWidth());
       case 3:
         return MdibText(good.text(), LanguageTag("en"), good.ref(), good.version(), good.textWidth());
       default:
@@ -156,7 +157,8 @@ void expectSameContent(const LocalizedTextStoreImpl& store, const WholeCheckStor
   for (const std::string& ref : refs) {
     for (const std::uint64_t version : versions) {
       const LocalizedTextFilter filter({LocalizedTextRef(Utf8(ref))}, VersionCounter(version), {}, {}, {});
-      ASSERT_EQ(store.localizedTexts(filter), expected.table().texts(filter)) << ref << " version " << version;
+      ASSERT_EQ(store.localizedTexts(filter), expected.table().texts(filter))
+          << ref << " version " << version;
     }
   }
   std::vector<std::string> tags;

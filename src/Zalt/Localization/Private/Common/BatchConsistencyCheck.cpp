@@ -121,11 +121,11 @@ std::pair<bool, LocalizedTextStore::Table::const_iterator> LocalizedTextStore::c
   auto it = first;
   for (; it != m_table.end() && refOf(it->first) == ref; ++it) {
     const LocalizedTextStoreKey& key = it->first;
-    if (previous == nullptr || previous->version != key.version || previous->languageTag != key.languageTag) {
+    const std::string_view tag = key.languageTag.tag();
+    if (previous == nullptr || previous->version != key.version || previous->languageTag.tag() != tag) {
       ++groups;
       versions.push_back(key.version);
-      onlyExpected = onlyExpected && std::binary_search(expected.begin(), expected.end(),
-                                                        std::string_view(key.languageTag.tag()));
+      onlyExpected = onlyExpected && std::binary_search(expected.begin(), expected.end(), tag);
     }
     previous = &key;
   }
