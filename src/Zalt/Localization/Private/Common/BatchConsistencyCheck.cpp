@@ -1,17 +1,20 @@
 // The language consistency check after a batch of insertions, at the cost of
-// what the batch touched.
+// what the batch brought.
 //
 // The check of the whole table passes when every version of every reference
 // has the languages of the first reference's lowest version (the expected
 // languages), and otherwise names the first reference, in key order, that
 // does not. The record keeps, from one batch to the next, the expected
 // languages and the set of references that do not have them. A batch changes
-// only the references it names, so only those are classified again; the
-// first reference of the set is then the one the whole check would name, and
-// the walk over the first reference and that one throws the same exception.
-// The record is rebuilt from the whole table when the expected languages
-// change or when the previous batch ended before its check, since the texts
-// it filed are then unknown.
+// only the versions it brought texts for: in a reference that had the
+// expected languages, the batch's own texts and one search per expected
+// language that it did not bring tell whether they still have them; a
+// reference that lacked them is walked again as a whole. The first reference
+// of the set is then the one the whole check would name, and the walk over
+// the first reference and that one throws the same exception. The record is
+// rebuilt from the whole table when the expected languages change or when the
+// previous batch ended before its check, since the texts it filed are then
+// unknown.
 #include <Zalt/Localization/Private/Common/LocalizedTextStore.h>
 
 #include <algorithm>
@@ -26,19 +29,81 @@ namespace {
 
 std::string_view refOf(const LocalizedTextStoreKey& key) { return key.ref.get().value(); }
 
-// The batch's references, ascending and each once. Texts usually come
-// reference by reference, so dropping neighbours first leaves little to sort.
-std::vector<std::string_view> referencesOf(const std::vector<Tovra::Mdib::LocalizedText>& batch) {
-  std::vector<std::string_view> refs;
-  refs.reserve(batch.size());
+// One language and version of a reference that a batch brought texts for.
+struct AddedGroup {
+  std::string_view ref;
+  Tovra::Mdib::VersionCounter version;
+  std::string_view language;
+
+  bool operator==(const AddedGroup& other) const {
+    return ref == other.ref && version == other.version && language == other.language;
+  }
+  bool operator<(const AddedGroup& other) const {
+    if (ref != other.ref) {
+      return ref < other.ref;
+    }
+    if (version != other.version) {
+      return version < other.version;
+    }
+    return language < other.language;
+  }
+};
+
+// The batch's groups, ascending and each once. Texts usually come group by
+// group, so dropping neighbours first leaves little to sort.
+std::vector<AddedGroup> groupsOf(const std::vector<Tovra::Mdib::LocalizedText>& batch) {
+  std::vector<AddedGroup> groups;
   for (const Tovra::Mdib::LocalizedText& text : batch) {
-    if (refs.empty() || refs.back() != text.ref().get().value()) {
-      refs.emplace_back(text.ref().get().value());
+    const AddedGroup group{text.ref().get().value(), *text.version(), text.lang()->tag()};
+    if (groups.empty() || !(groups.back() == group)) {
+      groups.push_back(group);
     }
   }
-  std::sort(refs.begin(), refs.end());
-  refs.erase(std::unique(refs.begin(), refs.end()), refs.end());
+  std::sort(groups.begin(), groups.end());
+  groups.erase(std::unique(groups.begin(), groups.end()), groups.end());
+  return groups;
+}
+
+using GroupIterator = std::vector<AddedGroup>::const_iterator;
+
+GroupIterator endOfReference(GroupIterator first, GroupIterator last) {
+  return std::find_if(first, last, [first](const AddedGroup& group) { return group.ref != first->ref; });
+}
+
+std::vector<std::string_view> referencesOf(const std::vector<AddedGroup>& groups) {
+  std::vector<std::string_view> refs;
+  for (auto it = groups.begin(); it != groups.end(); it = endOfReference(it, groups.end())) {
+    refs.push_back(it->ref);
+  }
   return refs;
+}
+
+// For a reference that had the expected languages in every version before
+// the batch: whether it still has. Only the versions the batch brought texts
+// for can have changed, and each of them now holds what it held (nothing, or
+// the expected languages) and what the batch added, so a version fails with
+// a language that is not expected, or without one that is expected and
+// neither came nor was there.
+template <typename HasGroup>
+bool keepsExpectedLanguages(GroupIterator first, GroupIterator last,
+                            const std::vector<std::string_view>& expected, const HasGroup& hasGroup) {
+  for (auto version = first; version != last;) {
+    const auto versionEnd = std::find_if(
+        version, last, [version](const AddedGroup& group) { return group.version != version->version; });
+    auto added = version;
+    for (const std::string_view language : expected) {
+      if (added != versionEnd && added->language == language) {
+        ++added;
+      } else if (!hasGroup(version->ref, language, version->version)) {
+        return false;
+      }
+    }
+    if (added != versionEnd) {
+      return false;  // a language that is not expected came
+    }
+    version = versionEnd;
+  }
+  return true;
 }
 
 }  // namespace
@@ -51,10 +116,25 @@ void LocalizedTextStore::checkConsistencyOfBatch(const std::vector<Tovra::Mdib::
   if (!m_consistency.currentAtBatchStart || m_table.empty()) {
     surveyConsistency();
   } else {
-    const std::vector<std::string_view> touched = referencesOf(batch);
-    if (updateExpectedLanguages(touched)) {
-      for (const std::string_view ref : touched) {
-        reclassify(ref);
+    const std::vector<AddedGroup> added = groupsOf(batch);
+    const auto hasGroup = [this](std::string_view ref, std::string_view language,
+                                 const Tovra::Mdib::VersionCounter& version) {
+      const auto found =
+          m_table.lower_bound(LocalizedTextStoreKeyView{ref, language, version, boost::none, 1});
+      return found != m_table.end() && refOf(found->first) == ref &&
+             found->first.languageTag.tag() == language && found->first.version == version;
+    };
+    if (updateExpectedLanguages(referencesOf(added))) {
+      for (auto run = added.cbegin(); run != added.cend();) {
+        const auto runEnd = endOfReference(run, added.cend());
+        // A reference that lacked the expected languages may have gained them
+        // anywhere, so only a walk over all of it can clear it.
+        if (m_consistency.inconsistentRefs.count(run->ref) != 0) {
+          reclassify(run->ref);
+        } else if (!keepsExpectedLanguages(run, runEnd, m_consistency.expectedLanguages, hasGroup)) {
+          m_consistency.inconsistentRefs.insert(refOf(firstEntryOf(run->ref)->first));
+        }
+        run = runEnd;
       }
     } else {
       surveyConsistency();
@@ -97,9 +177,13 @@ bool LocalizedTextStore::updateExpectedLanguages(const std::vector<std::string_v
 }
 
 // `ref` has at least one entry: every text of a batch is filed or was already.
-void LocalizedTextStore::reclassify(std::string_view ref) {
-  const auto first = m_table.lower_bound(LocalizedTextStoreKeyView{
+LocalizedTextStore::Table::const_iterator LocalizedTextStore::firstEntryOf(std::string_view ref) const {
+  return m_table.lower_bound(LocalizedTextStoreKeyView{
       ref, {}, Tovra::Mdib::VersionCounter(std::numeric_limits<std::uint64_t>::max()), boost::none, 1});
+}
+
+void LocalizedTextStore::reclassify(std::string_view ref) {
+  const auto first = firstEntryOf(ref);
   if (classify(first).first) {
     m_consistency.inconsistentRefs.erase(ref);
   } else {

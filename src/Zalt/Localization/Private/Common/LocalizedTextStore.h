@@ -102,6 +102,8 @@ private:
 
   void surveyConsistency();
   bool updateExpectedLanguages(const std::vector<std::string_view>& touchedRefs);
+  // The first entry of `ref`, which must be in the table.
+  Table::const_iterator firstEntryOf(std::string_view ref) const;
   void reclassify(std::string_view ref);
   // Whether every version of the reference that starts at `first` has the
   // expected languages, and where the reference ends.
