@@ -260,7 +260,7 @@ public:
           text.text().value());
       m_table.insert(text);
     }
-    const Expectation expected = consistencyFailure();
+    Expectation expected = consistencyFailure();
     m_wholeCheckSite = wholeCheckSite(expected);
     return expected;
   }

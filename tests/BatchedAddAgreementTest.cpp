@@ -27,9 +27,20 @@ using Zalt::Localization::Device::LocalizedTextStore;
 using Zalt::Localization::Device::LocalizedTextStoreImpl;
 using MdibText = Tovra::Mdib::LocalizedText;
 
-const std::vector<std::string> refs{"d", "b", "f", "a", "e", "c"};
-const std::vector<std::string> languages{"de-DE", "en-US", "fr-FR"};
-const std::vector<std::uint64_t> versions{1, 2, 3};
+const std::vector<std::string>& refs() {
+  static const std::vector<std::string> all{"d", "b", "f", "a", "e", "c"};
+  return all;
+}
+
+const std::vector<std::string>& languages() {
+  static const std::vector<std::string> all{"de-DE", "en-US", "fr-FR"};
+  return all;
+}
+
+const std::vector<std::uint64_t>& versions() {
+  static const std::vector<std::uint64_t> all{1, 2, 3};
+  return all;
+}
 
 // How a call ended: the exception's type, message and throw site, or "".
 struct Outcome {
@@ -77,7 +88,7 @@ public:
         return outcomeOf([&text] { LocalizedTextStore::createLocalizedTextStore()->add({text}); });
       }
       m_languages.insert(text.lang()->tag());
-      const Outcome filed = outcomeOf([this, &text] { m_table.insert(text); });
+      Outcome filed = outcomeOf([this, &text] { m_table.insert(text); });
       if (!(filed == Outcome())) {
         return filed;
       }
@@ -103,9 +114,9 @@ public:
   std::vector<MdibText> next() {
     std::vector<MdibText> batch;
     for (int block = draw(2); block >= 0; --block) {
-      const std::string& ref = pick(refs);
-      const std::uint64_t version = pick(versions);
-      for (const std::string& language : languages) {
+      const std::string& ref = pick(refs());
+      const std::uint64_t version = pick(versions());
+      for (const std::string& language : languages()) {
         for (int variant = chance(5) ? -1 : draw(2); variant >= 0; --variant) {
           batch.push_back(text(ref, language, version));
         }
@@ -127,7 +138,7 @@ private:
   }
 
   MdibText faulty() {
-    MdibText good = text(pick(refs), pick(languages), pick(versions));
+    MdibText good = text(pick(refs()), pick(languages()), pick(versions()));
     switch (draw(5)) {
       case 0:
         return MdibText(good.text(), boost::none, good.ref(), good.version(), good.textWidth());
@@ -154,8 +165,8 @@ private:
 };
 
 void expectSameContent(const LocalizedTextStoreImpl& store, const WholeCheckStore& expected) {
-  for (const std::string& ref : refs) {
-    for (const std::uint64_t version : versions) {
+  for (const std::string& ref : refs()) {
+    for (const std::uint64_t version : versions()) {
       const LocalizedTextFilter filter({LocalizedTextRef(Utf8(ref))}, VersionCounter(version), {}, {}, {});
       ASSERT_EQ(store.localizedTexts(filter), expected.table().texts(filter))
           << ref << " version " << version;
