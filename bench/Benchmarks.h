@@ -16,8 +16,8 @@ namespace ZaltBench {
 // languages and memory, for catalogues of about `catalogueTexts` texts.
 void registerStoreBenchmarks(const std::vector<std::size_t>& catalogueTexts);
 
-// The same catalogues added in batches of 1, 10 and 100 texts.
-void registerBatchedAddBenchmarks();
+// Catalogues of about `catalogueTexts` texts added in batches of 1, 3 and 100 texts.
+void registerBatchedAddBenchmarks(const std::vector<std::size_t>& catalogueTexts);
 
 // Reference store add, isCovered, merge; makeFilters and sliceReferences.
 void registerPlanningBenchmarks();

@@ -45,7 +45,7 @@ int main(int argc, char** argv) {
 
   // Half-decades from a thousand to a million texts.
   ZaltBench::registerStoreBenchmarks({1000, 3200, 10000, 32000, 100000, 320000, 1000000});
-  ZaltBench::registerBatchedAddBenchmarks();
+  ZaltBench::registerBatchedAddBenchmarks({1000, 3200, 10000, 32000, 100000});
   ZaltBench::registerPlanningBenchmarks();
   ZaltBench::registerLineBreakBenchmarks();
 

@@ -125,11 +125,12 @@ std::vector<std::string> ResultsTable::sizesOf(const std::string& prefix) const 
 }
 
 void ResultsTable::writeTextTable(std::ostream& out, const std::string& outcome) const {
-  out << "| texts | plain | width | lines | both | worst ratio | plain ÷ log2(texts) |\n"
+  out << "| texts | plain | width | lines | both | worst ratio | allocations per call: text / answer copy |\n"
       << "|---:|---:|---:|---:|---:|---:|---:|\n";
   for (const std::string& size : sizesOf(nameOf({"text", "plain", outcome, ""}))) {
     out << "| " << withThousands(size);
     double worst = 0;
+    std::string allocations;
     for (const char* strategy : {"plain", "width", "lines", "both"}) {
       const std::string name = nameOf({"text", strategy, outcome, size});
       const Result* text = find(name);
@@ -141,24 +142,23 @@ void ResultsTable::writeTextTable(std::ostream& out, const std::string& outcome)
       worst = std::max(worst, ratio);
       out << " | " << rounded(text->counters.at("text_ns")) << " / " << rounded(text->counters.at("floor_ns"))
           << " = " << fixed(ratio, 2) << "×";
+      allocations += (allocations.empty() ? "" : ", ") + fixed(text->counters.at("text_allocs"), 2) + " / " +
+                     fixed(text->counters.at("answer_allocs"), 2);
     }
-    const Result* plain = find(nameOf({"text", "plain", outcome, size}));
-    out << " | " << fixed(worst, 2) << "× | "
-        << (plain ? fixed(plain->counters.at("text_ns") / std::log2(std::stod(size)), 1) : noResult)
-        << " |\n";
+    out << " | " << fixed(worst, 2) << "× | " << allocations << " |\n";
   }
 }
 
 void ResultsTable::writeAddTable(std::ostream& out) const {
-  out << "| texts | one call: ms | ns per text | batches of 100: ms | batches of 10: ms | batches of 1: ms "
-         "|\n"
-      << "|---:|---:|---:|---:|---:|---:|\n";
+  out << "| texts | one call: ms | ns per text | calls of 100: ms | calls of 3: ms | calls of 1: ms |"
+         " interleaved, calls of 3: ms | interleaved, calls of 1: ms |\n"
+      << "|---:|---:|---:|---:|---:|---:|---:|---:|\n";
   for (const std::string& size : sizesOf("add/whole/")) {
     const Result* whole = find("add/whole/" + size);
     out << "| " << withThousands(size) << " | " << fixed(whole->nanoseconds / 1e6, 1) << " | "
         << rounded(whole->nanoseconds / std::stod(size));
-    for (const char* batch : {"100", "10", "1"}) {
-      const std::string name = nameOf({"add", std::string("batch") + batch, size});
+    for (const char* batch : {"batch100", "batch3", "batch1", "interleaved3", "interleaved1"}) {
+      const std::string name = nameOf({"add", batch, size});
       const Result* batched = find(name);
       out << " | "
           << (batched ? fixed(batched->nanoseconds / 1e6, 1) + " (" + ratio(name, "add/whole/" + size) + ")"
@@ -166,13 +166,14 @@ void ResultsTable::writeAddTable(std::ostream& out) const {
     }
     out << " |\n";
   }
-  out << "\nCalls in batches, and how many of them the consistency check rejected:\n\n"
-      << "| texts | batches of 100 | batches of 10 | batches of 1 |\n"
-      << "|---:|---:|---:|---:|\n";
+  out << "\nCalls, and how many of them the consistency check rejected:\n\n"
+      << "| texts | calls of 100 | calls of 3 | calls of 1 | interleaved, calls of 3 | interleaved, calls of "
+         "1 |\n"
+      << "|---:|---:|---:|---:|---:|---:|\n";
   for (const std::string& size : sizesOf("add/batch1/")) {
     out << "| " << withThousands(size);
-    for (const char* batch : {"100", "10", "1"}) {
-      const std::string name = nameOf({"add", std::string("batch") + batch, size});
+    for (const char* batch : {"batch100", "batch3", "batch1", "interleaved3", "interleaved1"}) {
+      const std::string name = nameOf({"add", batch, size});
       out << " | " << counter(name, "rejected", 0) << " of " << counter(name, "calls", 0);
     }
     out << " |\n";
@@ -195,14 +196,15 @@ void ResultsTable::writeQueryTable(std::ostream& out) const {
 }
 
 void ResultsTable::writeMemoryTable(std::ostream& out) const {
-  out << "| texts | heap bytes per text | text bytes per text | heap ÷ text | reference and language bytes "
-         "per text |\n"
-      << "|---:|---:|---:|---:|---:|\n";
+  out << "| texts | heap bytes per text | bare std::map: bytes per text | text bytes per text | heap ÷ text |"
+         " reference and language bytes per text |\n"
+      << "|---:|---:|---:|---:|---:|---:|\n";
   for (const std::string& size : sizesOf("memory/")) {
     const Result* memory = find("memory/" + size);
     const double heap = memory->counters.at("heap_per_text");
     const double payload = memory->counters.at("payload_per_text");
-    out << "| " << withThousands(size) << " | " << fixed(heap, 0) << " | " << fixed(payload, 1) << " | "
+    out << "| " << withThousands(size) << " | " << fixed(heap, 0) << " | "
+        << fixed(memory->counters.at("bare_map_per_text"), 0) << " | " << fixed(payload, 1) << " | "
         << fixed(heap / payload, 1) << "× | " << fixed(memory->counters.at("key_text_per_text"), 1) << " |\n";
   }
 }
@@ -260,16 +262,31 @@ void ResultsTable::writePlotData(std::ostream& out) const {
   }
 }
 
+void ResultsTable::writeLoadPlotData(std::ostream& out) const {
+  out << "# texts, ms to load them: in one call, in calls of 100, of 3, of 1; interleaved in calls of 3, of "
+         "1\n";
+  for (const std::string& size : sizesOf("add/batch1/")) {
+    out << size;
+    for (const char* name : {"add/whole/", "add/batch100/", "add/batch3/", "add/batch1/", "add/interleaved3/",
+                             "add/interleaved1/"}) {
+      const Result* result = find(name + size);
+      out << ' ' << (result ? fixed(result->nanoseconds / 1e6, 3) : "NaN");
+    }
+    out << '\n';
+  }
+}
+
 bool ResultsTable::write(const std::string& directory) const {
   std::ofstream tables(directory + "/results.md");
   tables
-      << "### `text` against one descent of a bare `std::map` (hits)\n\n"
-      << "Each cell: `text` ns / floor ns = ratio, the floor being `lower_bound` for the same search key;\n"
-      << "medians over rounds that run both on the same 1024 queries.\n\n";
+      << "### `text` against its floor (hits)\n\n"
+      << "Each cell: `text` ns / floor ns = ratio, the floor being `lower_bound` of a bare `std::map` for\n"
+      << "the same search key, the walk over the group for `lines` and `both`, and the answer value\n"
+      << "built from the same entry; medians over rounds that run both on the same 1024 queries.\n\n";
   writeTextTable(tables, "hit");
-  tables << "\n### `text` against one descent (misses: references between stored ones)\n\n";
+  tables << "\n### `text` against its floor (misses: references between stored ones)\n\n";
   writeTextTable(tables, "miss");
-  tables << "\n### `add`: a whole catalogue in one call, and in batches (× the one call)\n\n";
+  tables << "\n### `add`: a whole catalogue in one call, and in calls of a few texts (× the one call)\n\n";
   writeAddTable(tables);
   tables << "\n### `localizedTexts` and `languages`\n\n";
   writeQueryTable(tables);
@@ -282,7 +299,9 @@ bool ResultsTable::write(const std::string& directory) const {
 
   std::ofstream plot(directory + "/text-cost.dat");
   writePlotData(plot);
-  return static_cast<bool>(tables) && static_cast<bool>(plot);
+  std::ofstream loadPlot(directory + "/load-cost.dat");
+  writeLoadPlotData(loadPlot);
+  return static_cast<bool>(tables) && static_cast<bool>(plot) && static_cast<bool>(loadPlot);
 }
 
 }  // namespace ZaltBench

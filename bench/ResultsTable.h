@@ -4,7 +4,7 @@
 //
 //   ResultsTable table;
 //   benchmark::RunSpecifiedBenchmarks(&table);
-//   table.write("build/bench-results");  // results.md, text-cost.dat
+//   table.write("build/bench-results");  // results.md, text-cost.dat, load-cost.dat
 //
 // Repeated benchmarks count by their median; a size that was not run leaves
 // its cell as "–".
@@ -22,7 +22,7 @@ class ResultsTable : public benchmark::ConsoleReporter {
 public:
   void ReportRuns(const std::vector<Run>& runs) override;
 
-  // Writes results.md and text-cost.dat into `directory`, which must exist.
+  // Writes results.md, text-cost.dat and load-cost.dat into `directory`, which must exist.
   // Returns false if a file cannot be written.
   bool write(const std::string& directory) const;
 
@@ -46,6 +46,7 @@ private:
   void writePlanningTable(std::ostream& out) const;
   void writeLineBreakTable(std::ostream& out) const;
   void writePlotData(std::ostream& out) const;
+  void writeLoadPlotData(std::ostream& out) const;
 
   // Sizes that occur as the last part of names starting with `prefix`, ascending.
   std::vector<std::string> sizesOf(const std::string& prefix) const;

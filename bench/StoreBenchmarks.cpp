@@ -1,3 +1,4 @@
+#include "AllocationCounter.h"
 #include "Benchmarks.h"
 #include "Catalogue.h"
 
@@ -16,6 +17,7 @@
 #include <algorithm>
 #include <array>
 #include <ctime>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <set>
@@ -38,9 +40,11 @@ using Zalt::Localization::Impl::LocalizedTextStoreKey;
 constexpr std::size_t queryCount = 1024;
 constexpr std::size_t filterReferences = 100;
 
-// A bare ordered map over the store's own keys: one lower_bound on it is the
-// least that any lookup in the store can cost.
+// A bare ordered map over the store's own keys: one lower_bound on it, and
+// the answer value built from the entry found, is the least that any lookup
+// in the store can cost.
 using DescentFloor = std::map<LocalizedTextStoreKey, Tovra::Locale::Utf8>;
+using Answer = Zalt::Localization::LocalizedText;
 
 std::shared_ptr<LocalizedTextStoreImpl> newStore() {
   return std::static_pointer_cast<LocalizedTextStoreImpl>(LocalizedTextStore::createLocalizedTextStore());
@@ -103,13 +107,33 @@ void addWholeCatalogue(benchmark::State& state, std::size_t references) {
   state.SetItemsProcessed(state.iterations() * asCount(catalogue.size()));
 }
 
-// A device that hands its catalogue over a few texts at a time. The catalogue
-// comes in reference order, so most calls end inside a reference whose other
-// languages are still missing: the consistency check then walks the whole
-// table up to that last reference and throws. The texts stay filed (adding is
-// not transactional), and the call that brings the last text must pass.
-void addInBatches(benchmark::State& state, std::size_t references, std::size_t batchSize) {
-  const std::vector<LocalizedText> catalogue = makeCatalogue(references);
+// The catalogue with each variant of a reference and version in all its
+// languages in a row, as a device that loads text by text, each in every
+// language, hands it over.
+std::vector<LocalizedText> languagesInterleaved(std::vector<LocalizedText> catalogue) {
+  constexpr std::size_t groupSize = languagesPerReference * variantsPerVersion;
+  std::vector<LocalizedText> interleaved;
+  interleaved.reserve(catalogue.size());
+  for (std::size_t group = 0; group < catalogue.size(); group += groupSize) {
+    for (std::size_t variant = 0; variant < variantsPerVersion; ++variant) {
+      for (std::size_t language = 0; language < languagesPerReference; ++language) {
+        interleaved.push_back(std::move(catalogue[group + language * variantsPerVersion + variant]));
+      }
+    }
+  }
+  return interleaved;
+}
+
+// A device that hands its catalogue over a few texts at a time. In catalogue
+// order most calls end inside a reference whose other languages are still
+// missing, and the consistency check rejects them: it throws, naming that
+// reference. With the languages interleaved, only the calls that end within
+// the first variant of a reference and version are rejected. The texts stay
+// filed either way (adding is not transactional), and the call that brings
+// the last text must pass.
+void addInBatches(benchmark::State& state, std::size_t references, std::size_t batchSize, bool interleave) {
+  const std::vector<LocalizedText> catalogue =
+      interleave ? languagesInterleaved(makeCatalogue(references)) : makeCatalogue(references);
   std::vector<std::vector<LocalizedText>> batches;
   for (std::size_t first = 0; first < catalogue.size(); first += batchSize) {
     const auto begin = catalogue.begin() + static_cast<std::ptrdiff_t>(first);
@@ -161,13 +185,13 @@ double threadCpuSeconds() {
 
 // One untimed pass brings the lookups' paths back into the caches that the
 // other side of the round used, so that both sides are timed warm.
-template <typename Lookup>
-double secondsFor(const std::vector<TextQuery>& queries, const Lookup& lookup) {
-  for (const TextQuery& query : queries) {
+template <typename Query, typename Lookup>
+double secondsFor(const std::vector<Query>& queries, const Lookup& lookup) {
+  for (const Query& query : queries) {
     lookup(query);
   }
   const double start = threadCpuSeconds();
-  for (const TextQuery& query : queries) {
+  for (const Query& query : queries) {
     lookup(query);
   }
   return threadCpuSeconds() - start;
@@ -179,10 +203,74 @@ double median(std::vector<double> values) {
   return *middle;
 }
 
-// Each round runs the same queries as bare descents of the floor and as
-// store lookups, back to back and in alternating order, so that load from
-// elsewhere on the machine falls on both sides of a round's ratio. The
-// reported time is the store's; the counters hold the medians over rounds.
+// One lookup as the floor makes it: where the store's answer lies from the
+// place the descent lands on, or nothing for a miss.
+struct FloorQuery {
+  const TextQuery* query;
+  boost::optional<std::ptrdiff_t> answerOffset;
+};
+
+LocalizedTextStoreKey keyOf(const Answer& answer) {
+  return LocalizedTextStoreKey{answer.ref(), *answer.lang(), *answer.version(), answer.textWidth(),
+                               answer.numberOfLines()};
+}
+
+// Asks the store once per query, untimed, so that the floor builds the same
+// answer from the same entry.
+std::vector<FloorQuery> floorQueriesFor(const FilledStore& filled, const std::vector<TextQuery>& queries) {
+  std::vector<FloorQuery> floorQueries;
+  for (const TextQuery& query : queries) {
+    const Answer answer = filled.store->text(query.reference, query.language);
+    if (answer == Answer::empty()) {
+      floorQueries.push_back(FloorQuery{&query, boost::none});
+      continue;
+    }
+    const auto landing = filled.floor.lower_bound(query.searchKey);
+    const auto found = filled.floor.find(keyOf(answer));
+    const std::ptrdiff_t offset =
+        landing != filled.floor.begin() && std::prev(landing) == found ? -1 : std::distance(landing, found);
+    floorQueries.push_back(FloorQuery{&query, offset});
+  }
+  return floorQueries;
+}
+
+bool isSameGroup(const LocalizedTextStoreKey& key, const LocalizedTextStoreKey& wanted) {
+  return key.ref.get().value() == wanted.ref.get().value() &&
+         key.languageTag.tag() == wanted.languageTag.tag() && key.version == wanted.version;
+}
+
+Answer answerOf(const DescentFloor::value_type& entry) {
+  const LocalizedTextStoreKey& key = entry.first;
+  return Answer(LocalizedText(entry.second, key.languageTag, key.ref, key.version, key.textWidth),
+                key.numberOfLines);
+}
+
+// The allocations of one text call, and those of a copy of its answer, per lookup.
+std::pair<double, double> allocationsPerLookup(const LocalizedTextStore& store,
+                                               const std::vector<TextQuery>& queries) {
+  std::size_t byText = 0;
+  std::size_t byAnswer = 0;
+  for (const TextQuery& query : queries) {
+    const std::size_t beforeText = allocationCount();
+    const Answer answer = store.text(query.reference, query.language);
+    byText += allocationCount() - beforeText;
+    const std::size_t beforeCopy = allocationCount();
+    const Answer copy(answer);  // NOLINT(performance-unnecessary-copy-initialization): the copy is counted
+    benchmark::DoNotOptimize(copy);
+    byAnswer += allocationCount() - beforeCopy;
+  }
+  const auto perLookup = [&queries](std::size_t count) {
+    return static_cast<double>(count) / static_cast<double>(queries.size());
+  };
+  return {perLookup(byText), perLookup(byAnswer)};
+}
+
+// Each round runs the same queries against the floor and as store lookups,
+// back to back and in alternating order, so that load from elsewhere on the
+// machine falls on both sides of a round's ratio. The floor descends, walks
+// the group where the strategy does (by number of lines), and builds the
+// answer that the store returns from the same entry. The reported time is
+// the store's; the counters hold the medians over rounds.
 void lookUpTexts(benchmark::State& state, std::size_t references, Strategy strategy, Outcome outcome) {
   const FilledStore& filled = filledStore(references);
   const LocalizedTextStore& store = *filled.store;
@@ -192,11 +280,26 @@ void lookUpTexts(benchmark::State& state, std::size_t references, Strategy strat
     state.SkipWithError("a hit found nothing or a miss found a text");
     return;
   }
-  const auto descend = [&filled](const TextQuery& query) {
-    benchmark::DoNotOptimize(filled.floor.lower_bound(query.searchKey));
+  const std::vector<FloorQuery> floorQueries = floorQueriesFor(filled, queries);
+  const bool walksGroup = strategy == Strategy::LinesOnly || strategy == Strategy::WidthAndLines;
+  const auto floorLookup = [&filled, walksGroup](const FloorQuery& floorQuery) {
+    const LocalizedTextStoreKey& wanted = floorQuery.query->searchKey;
+    const auto landing = filled.floor.lower_bound(wanted);
+    if (walksGroup) {
+      auto groupEnd = landing;
+      while (groupEnd != filled.floor.end() && isSameGroup(groupEnd->first, wanted)) {
+        ++groupEnd;
+      }
+      benchmark::DoNotOptimize(groupEnd);
+    }
+    if (floorQuery.answerOffset) {
+      benchmark::DoNotOptimize(answerOf(*std::next(landing, *floorQuery.answerOffset)));
+    } else {
+      benchmark::DoNotOptimize(Answer::empty());
+    }
   };
-  const auto lookUp = [&store](const TextQuery& query) {
-    benchmark::DoNotOptimize(store.text(query.reference, query.language));
+  const auto lookUp = [&store](const FloorQuery& floorQuery) {
+    benchmark::DoNotOptimize(store.text(floorQuery.query->reference, floorQuery.query->language));
   };
   std::vector<double> floorSeconds;
   std::vector<double> textSeconds;
@@ -206,11 +309,11 @@ void lookUpTexts(benchmark::State& state, std::size_t references, Strategy strat
     double floor = 0;
     double text = 0;
     if (floorFirst) {
-      floor = secondsFor(queries, descend);
-      text = secondsFor(queries, lookUp);
+      floor = secondsFor(floorQueries, floorLookup);
+      text = secondsFor(floorQueries, lookUp);
     } else {
-      text = secondsFor(queries, lookUp);
-      floor = secondsFor(queries, descend);
+      text = secondsFor(floorQueries, lookUp);
+      floor = secondsFor(floorQueries, floorLookup);
     }
     floorFirst = !floorFirst;
     state.SetIterationTime(text);
@@ -223,6 +326,9 @@ void lookUpTexts(benchmark::State& state, std::size_t references, Strategy strat
   state.counters["text_ns"] = median(textSeconds) * nanosecondsPerLookup;
   state.counters["floor_ns"] = median(floorSeconds) * nanosecondsPerLookup;
   state.counters["ratio"] = median(ratios);
+  const auto [textAllocations, answerAllocations] = allocationsPerLookup(store, queries);
+  state.counters["text_allocs"] = textAllocations;
+  state.counters["answer_allocs"] = answerAllocations;
 }
 
 // A peer's request for one screen's worth of references in one language.
@@ -269,8 +375,9 @@ void askLanguages(benchmark::State& state, std::size_t references) {
   }
 }
 
-// Heap growth while a store takes the catalogue, per text, beside what the
-// texts and their keys weigh by themselves.
+// Heap growth while a store takes the catalogue, per text, beside a bare map
+// of the same keys and texts and what the texts and their keys weigh by
+// themselves.
 void measureMemory(benchmark::State& state, std::size_t references) {
   const std::vector<LocalizedText> catalogue = makeCatalogue(references);
   std::size_t payload = 0;
@@ -280,6 +387,7 @@ void measureMemory(benchmark::State& state, std::size_t references) {
     keyText += text.ref().get().value().size() + text.lang()->tag().size();
   }
   std::size_t grown = 0;
+  std::size_t bareMap = 0;
   for (auto _ : state) {
     const std::size_t before = heapInUse();
     std::shared_ptr<LocalizedTextStoreImpl> store = newStore();
@@ -287,12 +395,16 @@ void measureMemory(benchmark::State& state, std::size_t references) {
     grown = heapInUse() - before;
     state.PauseTiming();
     store.reset();
+    const std::size_t beforeMap = heapInUse();
+    const DescentFloor map = descentFloorOf(catalogue);
+    bareMap = heapInUse() - beforeMap;
     state.ResumeTiming();
   }
   const auto perText = [&catalogue](std::size_t bytes) {
     return static_cast<double>(bytes) / static_cast<double>(catalogue.size());
   };
   state.counters["heap_per_text"] = perText(grown);
+  state.counters["bare_map_per_text"] = perText(bareMap);
   state.counters["payload_per_text"] = perText(payload);
   state.counters["key_text_per_text"] = perText(keyText);
 }
@@ -334,25 +446,19 @@ void registerStoreBenchmarks(const std::vector<std::size_t>& catalogueTexts) {
   }
 }
 
-void registerBatchedAddBenchmarks() {
-  // Each call checks the whole table, so a catalogue in batches costs the
-  // square of its size: the largest sizes here already take seconds.
-  struct Batching {
-    std::size_t batchSize;
-    std::vector<std::size_t> catalogueTexts;
-  };
-  const std::array<Batching, 3> batchings = {{
-      {100, {1000, 3200, 10000, 32000, 100000}},
-      {10, {1000, 3200, 10000, 32000}},
-      {1, {1000, 3200, 10000}},
-  }};
-  for (const Batching& batching : batchings) {
-    for (const std::size_t texts : batching.catalogueTexts) {
-      const std::size_t references = referencesFor(texts);
-      const std::string name = "add/batch" + std::to_string(batching.batchSize) + sizeSuffix(references);
-      benchmark::RegisterBenchmark(name.c_str(), addInBatches, references, batching.batchSize)
-          ->Iterations(1)
-          ->Unit(benchmark::kMillisecond);
+void registerBatchedAddBenchmarks(const std::vector<std::size_t>& catalogueTexts) {
+  for (const bool interleave : {false, true}) {
+    for (const std::size_t batchSize : {100, 3, 1}) {
+      for (const std::size_t texts : catalogueTexts) {
+        const std::size_t references = referencesFor(texts);
+        const std::string name = std::string(interleave ? "add/interleaved" : "add/batch") +
+                                 std::to_string(batchSize) + sizeSuffix(references);
+        benchmark::RegisterBenchmark(name.c_str(), addInBatches, references, batchSize, interleave)
+            ->Iterations(1)
+            ->Repetitions(3)
+            ->ReportAggregatesOnly(true)
+            ->Unit(benchmark::kMillisecond);
+      }
     }
   }
 }

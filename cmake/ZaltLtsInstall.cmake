@@ -1,6 +1,9 @@
 # Install rules and the relocatable CMake package:
 #   find_package(Zalt_Lts CONFIG REQUIRED)
 #   target_link_libraries(app PRIVATE Zalt::Lts)
+# and, when the catalogue component was built:
+#   find_package(Zalt_Lts CONFIG REQUIRED COMPONENTS Catalogue)
+#   target_link_libraries(app PRIVATE Zalt::LtsCatalogue)
 include(CMakePackageConfigHelpers)
 
 set(ZALT_LTS_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Zalt_Lts)
@@ -18,10 +21,25 @@ install(TARGETS Zalt_Lts
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/ ${ZALT_LTS_GENERATED_INCLUDE_DIR}/
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-  FILES_MATCHING PATTERN "*.h")
+  FILES_MATCHING PATTERN "*.h" PATTERN Catalogue EXCLUDE)
 
 install(EXPORT TovraTargets NAMESPACE Tovra:: DESTINATION ${ZALT_LTS_PACKAGE_DIR})
 install(EXPORT Zalt_LtsTargets NAMESPACE Zalt:: DESTINATION ${ZALT_LTS_PACKAGE_DIR})
+
+# The catalogue component has its own export set, so that the package's
+# config file loads it only for find_package(... COMPONENTS Catalogue).
+if(ZALT_LTS_CATALOGUE)
+  install(TARGETS Zalt_LtsCatalogue
+    EXPORT Zalt_LtsCatalogueTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(TARGETS zalt-lts-catalogue RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/Zalt/Catalogue/ ${ZALT_LTS_GENERATED_INCLUDE_DIR}/Zalt/Catalogue/
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/Zalt/Catalogue
+    FILES_MATCHING PATTERN "*.h")
+  install(EXPORT Zalt_LtsCatalogueTargets NAMESPACE Zalt:: DESTINATION ${ZALT_LTS_PACKAGE_DIR})
+endif()
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/Zalt_LtsConfig.cmake.in
   ${PROJECT_BINARY_DIR}/Zalt_LtsConfig.cmake
@@ -31,4 +49,5 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/Zalt_LtsConfigVersion.cma
 install(FILES
   ${PROJECT_BINARY_DIR}/Zalt_LtsConfig.cmake
   ${PROJECT_BINARY_DIR}/Zalt_LtsConfigVersion.cmake
+  ${PROJECT_SOURCE_DIR}/cmake/ZaltLtsBoostHeaders.cmake
   DESTINATION ${ZALT_LTS_PACKAGE_DIR})

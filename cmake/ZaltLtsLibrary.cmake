@@ -1,4 +1,6 @@
-# zalt_lts_add_library(<target> NAMESPACE <ns> NAME <name> EXPORT_HEADER <path> SOURCES <dir>... LINKS <targets>...)
+# zalt_lts_add_library(<target> NAMESPACE <ns> NAME <name> EXPORT_HEADER <path> SOURCES <file>... LINKS <targets>...)
+#
+# SOURCES are paths relative to src/.
 #
 # Declares one of the project's shared libraries the same way for all four:
 # hidden symbols with a generated export header, relative __FILE__ paths, the
@@ -18,12 +20,7 @@ endfunction()
 function(zalt_lts_add_library target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "NAMESPACE;NAME;EXPORT_HEADER" "SOURCES;LINKS")
 
-  set(sources)
-  foreach(dir IN LISTS arg_SOURCES)
-    file(GLOB_RECURSE dir_sources CONFIGURE_DEPENDS
-      ${PROJECT_SOURCE_DIR}/src/${dir}/*.cpp ${PROJECT_SOURCE_DIR}/src/${dir}/*.h)
-    list(APPEND sources ${dir_sources})
-  endforeach()
+  list(TRANSFORM arg_SOURCES PREPEND ${PROJECT_SOURCE_DIR}/src/ OUTPUT_VARIABLE sources)
 
   add_library(${target} SHARED ${sources})
   add_library(${arg_NAMESPACE}::${arg_NAME} ALIAS ${target})

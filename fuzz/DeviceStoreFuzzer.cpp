@@ -12,7 +12,10 @@
 // - languages() is the model's languages: sorted, without duplicates;
 // - a second thread takes the store's lock at once;
 // - every answer of text and localizedTexts is a stored text that fits the
-//   request, and after a failed add every text accepted before it is served.
+//   request, and after a failed add every text accepted before it is served;
+// - the store agrees with a core table that is given the same accepted texts
+//   and checked as a whole after every call: the same consistency failure,
+//   thrown from the same file and line, and the same answer to every filter.
 #include <Tovra/Locale/LanguageTag.h>
 #include <Tovra/Mdib/LocalizedText.h>
 #include <Tovra/Mdib/LocalizedTextRef.h>
@@ -22,6 +25,7 @@
 #include <Zalt/Localization/LocalizedText.h>
 #include <Zalt/Localization/LocalizedTextFilter.h>
 #include <Zalt/Localization/LocalizedTextReference.h>
+#include <Zalt/Localization/Private/Common/LocalizedTextStore.h>
 #include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
 #include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStoreImpl.h>
 
@@ -220,6 +224,11 @@ struct Expectation {
   std::string message;
 };
 
+struct ThrowSite {
+  std::string file;
+  std::int32_t line;
+};
+
 class Model {
 public:
   // Applies one add call as the store must, and says how it must end.
@@ -249,9 +258,18 @@ public:
       m_texts.emplace(
           keyOf(text.ref().get().value(), tag, text.version()->get(), text.textWidth(), *breaks + 1),
           text.text().value());
+      m_table.insert(text);
     }
-    return consistencyFailure();
+    Expectation expected = consistencyFailure();
+    m_wholeCheckSite = wholeCheckSite(expected);
+    return expected;
   }
+
+  // Where the whole table's check threw after the last add that reached it.
+  const ThrowSite& wholeCheckSite() const { return m_wholeCheckSite; }
+
+  // The same texts in a core table, which the device store must answer like.
+  const Zalt::Localization::Impl::LocalizedTextStore& table() const { return m_table; }
 
   const std::set<std::string>& languages() const { return m_languages; }
   const std::map<Key, std::string>& texts() const { return m_texts; }
@@ -289,6 +307,22 @@ public:
   }
 
 private:
+  // The whole table's check must find what the model finds; where it throws
+  // from is what the device store's exception must name.
+  ThrowSite wholeCheckSite(const Expectation& expected) const {
+    try {
+      m_table.checkConsistency();
+      FUZZ_CHECK(expected.outcome == Outcome::Accepted,
+                 "the whole check passed, the model expected: " << expected.message);
+    } catch (const Zalt::InternalConsistencyFailure& failure) {
+      // what() is a C string: a reference with a NUL byte cuts the message short there.
+      FUZZ_CHECK(expected.message.substr(0, expected.message.find('\0')) == failure.what(),
+                 "the whole check found " << failure.what() << ", the model expected " << expected.message);
+      return ThrowSite{failure.file(), failure.line()};
+    }
+    return ThrowSite{"", 0};
+  }
+
   // Every reference must offer, in every version, the languages of the first
   // reference's lowest version; the first one that does not is reported.
   Expectation consistencyFailure() const {
@@ -314,6 +348,8 @@ private:
 
   std::set<std::string> m_languages;
   std::map<Key, std::string> m_texts;
+  Zalt::Localization::Impl::LocalizedTextStore m_table;
+  ThrowSite m_wholeCheckSite{"", 0};
 };
 
 // ---- The second thread
@@ -430,8 +466,10 @@ void checkText(const LocalizedTextStoreImpl& store, const Model& model,
 
 void checkLocalizedTexts(const LocalizedTextStoreImpl& store, const Model& model,
                          const LocalizedTextFilter& filter) {
+  const std::vector<MdibText> texts = store.localizedTexts(filter);
+  FUZZ_CHECK(texts == model.table().texts(filter), "localizedTexts differs from the core table's answer");
   std::set<Key> seen;
-  for (const MdibText& text : store.localizedTexts(filter)) {
+  for (const MdibText& text : texts) {
     FUZZ_CHECK(text.lang() && text.version(), "a listed text without language or version");
     const boost::optional<unsigned int> breaks = ZaltFuzz::plainLineBreaks(text.text().value());
     FUZZ_CHECK(breaks, "a listed text with malformed UTF-8");
@@ -488,6 +526,8 @@ void runAdd(LocalizedTextStoreImpl& store, Model& model, ZaltFuzz::ByteReader& i
   const Expectation expected = model.add(texts);
   Outcome outcome = Outcome::Accepted;
   std::string message;
+  std::string file;
+  std::int32_t line = 0;
   try {
     switch (form % 3U) {
       case 0:
@@ -503,6 +543,8 @@ void runAdd(LocalizedTextStoreImpl& store, Model& model, ZaltFuzz::ByteReader& i
   } catch (const Zalt::InternalConsistencyFailure& failure) {
     message = failure.what();
     outcome = expected.outcome == Outcome::Inconsistent ? Outcome::Inconsistent : Outcome::Rejected;
+    file = failure.file();
+    line = failure.line();
   } catch (const std::out_of_range&) {
     outcome = Outcome::Malformed;
   }
@@ -513,6 +555,10 @@ void runAdd(LocalizedTextStoreImpl& store, Model& model, ZaltFuzz::ByteReader& i
   FUZZ_CHECK(outcome == expected.outcome && message == expectedMessage,
              "add ended as " << static_cast<int>(outcome) << " (" << message << "), expected "
                              << static_cast<int>(expected.outcome) << " (" << expectedMessage << ")");
+  const ThrowSite& site = model.wholeCheckSite();
+  FUZZ_CHECK(outcome != Outcome::Inconsistent || (file == site.file && line == site.line),
+             "inconsistency thrown from " << file << ":" << line << ", the whole check throws from "
+                                          << site.file << ":" << site.line);
   // NOLINTNEXTLINE(bugprone-use-after-move): add reads the texts and leaves them as they were.
   FUZZ_CHECK(texts == given, "add changed the caller's texts");
   if (outcome != Outcome::Accepted) {

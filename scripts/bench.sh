@@ -4,6 +4,7 @@
 #   results.md     the tables of docs/performance.md
 #   results.json   every run as Google Benchmark reports it
 #   text-cost.png  text lookups against the store size, beside the floor
+#   load-cost.png  loading a catalogue in one call and in calls of a few texts
 #   machine.txt    the processor and the compiler the numbers come from
 # Takes a few minutes on two cores; run it on a quiet machine.
 #   scripts/bench.sh [RESULTS_DIR] [Google Benchmark flags...]

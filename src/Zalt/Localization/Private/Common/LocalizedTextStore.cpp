@@ -3,6 +3,7 @@
 #include <Zalt/Errors/InternalConsistencyFailure.h>
 #include <Zalt/Errors/Throw.h>
 #include <Zalt/Localization/Private/Common/InternalForms.h>
+#include <Zalt/Localization/Private/Common/LocalizedTextStoreKeyView.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
 #include <algorithm>
@@ -11,6 +12,7 @@
 #include <iterator>
 #include <limits>
 #include <set>
+#include <string_view>
 #include <utility>
 
 namespace Zalt {
@@ -26,22 +28,27 @@ using Entry = std::map<LocalizedTextStoreKey, Tovra::Locale::Utf8>::value_type;
 
 // A group is the texts of one reference, language and version; every lookup
 // and every list query works group by group.
+bool isSameGroup(const LocalizedTextStoreKey& lhs, const LocalizedTextStoreKeyView& rhs) {
+  return lhs.ref.get().value() == rhs.ref && lhs.languageTag.tag() == rhs.languageTag &&
+         lhs.version == rhs.version;
+}
+
 bool isSameGroup(const LocalizedTextStoreKey& lhs, const LocalizedTextStoreKey& rhs) {
-  return lhs.ref == rhs.ref && lhs.languageTag == rhs.languageTag && lhs.version == rhs.version;
+  return isSameGroup(lhs, viewOf(rhs));
 }
 
 // Orders before every stored key of its group, since no absent width can be
 // beaten and every stored text has at least one line.
-LocalizedTextStoreKey groupStart(const LocalizedTextRef& ref, const LanguageTag& language,
-                                 const VersionCounter& version) {
-  return LocalizedTextStoreKey{ref, language, version, boost::none, 1};
+LocalizedTextStoreKeyView groupStart(std::string_view ref, std::string_view language,
+                                     const VersionCounter& version) {
+  return LocalizedTextStoreKeyView{ref, language, version, boost::none, 1};
 }
 
 VersionCounter newestVersion() { return VersionCounter(std::numeric_limits<std::uint64_t>::max()); }
 
 // The empty tag and the newest possible version order before every stored key of `ref`.
-LocalizedTextStoreKey referenceStart(const LocalizedTextRef& ref) {
-  return groupStart(ref, LanguageTag(), newestVersion());
+LocalizedTextStoreKeyView referenceStart(std::string_view ref) {
+  return groupStart(ref, {}, newestVersion());
 }
 
 Tovra::Mdib::LocalizedText toMdibText(const Entry& entry) {
@@ -148,7 +155,7 @@ private:
   void walkReference(const LocalizedTextRef& ref) {
     m_referenceVersion = boost::none;
     if (m_filter.languageTags().empty()) {
-      walkGroups(m_table.lower_bound(referenceStart(ref)),
+      walkGroups(m_table.lower_bound(referenceStart(ref.get().value())),
                  [&ref](const LocalizedTextStoreKey& key) { return key.ref == ref; });
       return;
     }
@@ -156,7 +163,7 @@ private:
     // accepted group is the same one the whole-table walk would accept first.
     const VersionCounter startVersion = m_filter.version().value_or(newestVersion());
     for (const LanguageTag& language : m_filter.languageTags()) {
-      walkGroups(m_table.lower_bound(groupStart(ref, language, startVersion)),
+      walkGroups(m_table.lower_bound(groupStart(ref.get().value(), language.tag(), startVersion)),
                  [&ref, &language](const LocalizedTextStoreKey& key) {
                    return key.ref == ref && key.languageTag == language;
                  });
@@ -307,25 +314,37 @@ private:
 
 LocalizedTextStore::LocalizedTextStore() = default;
 
-LocalizedTextStore::LocalizedTextStore(const LocalizedTextStore& other) = default;
+// A copy's keys are new strings, so the copy starts without a consistency record.
+LocalizedTextStore::LocalizedTextStore(const LocalizedTextStore& other) : m_table(other.m_table) {}
 
 // A moved-from std::map is only valid, not necessarily empty; exchanging
 // guarantees the empty source that callers may rely on.
 // NOLINTNEXTLINE(performance-noexcept-move-constructor): a fresh table may allocate its sentinel.
 LocalizedTextStore::LocalizedTextStore(LocalizedTextStore&& other)
-    : m_table(std::exchange(other.m_table, Table())) {}
+    : m_table(std::exchange(other.m_table, Table())) {
+  other.m_consistency = ConsistencyRecord();
+}
 
-LocalizedTextStore& LocalizedTextStore::operator=(const LocalizedTextStore& other) = default;
+LocalizedTextStore& LocalizedTextStore::operator=(const LocalizedTextStore& other) {
+  m_table = other.m_table;
+  m_consistency = ConsistencyRecord();
+  return *this;
+}
 
 // NOLINTNEXTLINE(performance-noexcept-move-constructor): a fresh table may allocate its sentinel.
 LocalizedTextStore& LocalizedTextStore::operator=(LocalizedTextStore&& other) {
   m_table = std::exchange(other.m_table, Table());
+  m_consistency = ConsistencyRecord();
+  other.m_consistency = ConsistencyRecord();
   return *this;
 }
 
 LocalizedTextStore::~LocalizedTextStore() = default;
 
-void LocalizedTextStore::clear() { m_table.clear(); }
+void LocalizedTextStore::clear() {
+  m_table.clear();
+  m_consistency = ConsistencyRecord();
+}
 
 void LocalizedTextStore::insert(const Tovra::Mdib::LocalizedText& text) {
   // Counted first, so malformed UTF-8 is reported whether or not the text is complete.
@@ -358,10 +377,11 @@ LocalizedTextStore::Table::const_iterator LocalizedTextStore::textIt(
 
 LocalizedTextStore::Table::const_iterator LocalizedTextStore::textItByTextWidth(
     const LocalizedTextReference& reference, const Tovra::Locale::LanguageTag& language) const {
-  const LocalizedTextStoreKey wanted{reference.ref, language, reference.version, reference.textWidth, 1};
+  const LocalizedTextStoreKeyView wanted{reference.ref.get().value(), language.tag(), reference.version,
+                                         reference.textWidth, 1};
   const auto candidate = m_table.lower_bound(wanted);
   if (candidate != m_table.end()) {
-    if (!(wanted < candidate->first)) {
+    if (compare(wanted, viewOf(candidate->first)) == 0) {
       return candidate;
     }
     // With no width asked for, the group's first text answers: one without a
@@ -382,7 +402,8 @@ LocalizedTextStore::Table::const_iterator LocalizedTextStore::textItByTextWidth(
 
 LocalizedTextStore::Table::const_iterator LocalizedTextStore::textItByTextWidthAndNumberOfLines(
     const LocalizedTextReference& reference, const Tovra::Locale::LanguageTag& language) const {
-  const LocalizedTextStoreKey first = groupStart(reference.ref, language, reference.version);
+  const LocalizedTextStoreKeyView first =
+      groupStart(reference.ref.get().value(), language.tag(), reference.version);
   auto best = m_table.end();
   // The group runs from narrow to wide, so letting a later fit with as many
   // lines win picks the widest of the texts with the most lines.
@@ -399,8 +420,8 @@ std::vector<LocalizedText> LocalizedTextStore::texts(
     const Tovra::Mdib::LocalizedTextRef& ref,
     const boost::optional<Tovra::Mdib::VersionCounter>& version) const {
   std::vector<LocalizedText> result;
-  for (auto it = m_table.lower_bound(referenceStart(ref)); it != m_table.end() && it->first.ref == ref;
-       ++it) {
+  for (auto it = m_table.lower_bound(referenceStart(ref.get().value()));
+       it != m_table.end() && it->first.ref == ref; ++it) {
     if (!version || it->first.version == *version) {
       result.push_back(toLocalizedText(*it));
     }
@@ -416,6 +437,24 @@ void LocalizedTextStore::checkConsistency() const {
   LanguageConsistencyCheck check;
   for (const auto& entry : m_table) {
     check.visit(entry.first);
+  }
+  check.finish();
+}
+
+// When every other reference is known to agree with the first one, this walk
+// meets the same first mismatch as the walk over the whole table.
+void LocalizedTextStore::checkConsistencyOfFirstAnd(std::string_view ref) const {
+  LanguageConsistencyCheck check;
+  const auto visitReference = [this, &check](Table::const_iterator it) {
+    const LocalizedTextRef& current = it->first.ref;
+    for (; it != m_table.end() && it->first.ref == current; ++it) {
+      check.visit(it->first);
+    }
+  };
+  visitReference(m_table.begin());
+  const auto start = m_table.lower_bound(referenceStart(ref));
+  if (start != m_table.begin() && start != m_table.end()) {
+    visitReference(start);
   }
   check.finish();
 }

@@ -23,11 +23,15 @@
 #include <Zalt/Localization/LocalizedTextFilter.h>
 #include <Zalt/Localization/LocalizedTextReference.h>
 #include <Zalt/Localization/Private/Common/LocalizedTextStoreKey.h>
+#include <Zalt/Localization/Private/Common/LocalizedTextStoreKeyView.h>
 #include <Zalt/LtsExport.h>
 
 #include <boost/optional.hpp>
 
 #include <map>
+#include <set>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Zalt {
@@ -72,9 +76,42 @@ public:
   // version.
   void checkConsistency() const;
 
+protected:
+  // For a writer that checks the table after each batch of insertions, as the
+  // device store does: call startBatch, insert, then checkConsistencyOfBatch
+  // with every text of the batch. The check throws exactly what
+  // checkConsistency() would throw, but looks only at the references of the
+  // batch, unless the previous batch ended before its check.
+  void startBatch();
+  void checkConsistencyOfBatch(const std::vector<Tovra::Mdib::LocalizedText>& batch);
+
 private:
   class FilterQuery;
-  using Table = std::map<LocalizedTextStoreKey, Tovra::Locale::Utf8>;
+  using Table = std::map<LocalizedTextStoreKey, Tovra::Locale::Utf8, LocalizedTextStoreKeyOrder>;
+
+  // What the last check of a batch found; its views refer to the table's keys.
+  // Copies, moves and clear() discard it, so the next batch surveys the table.
+  struct ConsistencyRecord {
+    bool current = false;
+    bool currentAtBatchStart = false;
+    std::string_view firstRef;
+    // The tags of the first reference's lowest version, ascending.
+    std::vector<std::string_view> expectedLanguages;
+    std::set<std::string_view> inconsistentRefs;
+  };
+
+  void surveyConsistency();
+  bool updateExpectedLanguages(const std::vector<std::string_view>& touchedRefs);
+  // The first entry of `ref`, which must be in the table.
+  Table::const_iterator firstEntryOf(std::string_view ref) const;
+  void reclassify(std::string_view ref);
+  // Whether every version of the reference that starts at `first` has the
+  // expected languages, and where the reference ends.
+  std::pair<bool, Table::const_iterator> classify(Table::const_iterator first) const;
+  std::vector<std::string_view> expectedLanguagesNow() const;
+  // Runs checkConsistency's walk over the first reference and `ref` only; the
+  // table must not be empty.
+  void checkConsistencyOfFirstAnd(std::string_view ref) const;
 
   // Each returns the table's end when nothing fits.
   Table::const_iterator textIt(const LocalizedTextReference& reference,
@@ -85,6 +122,7 @@ private:
                                                           const Tovra::Locale::LanguageTag& language) const;
 
   Table m_table;
+  ConsistencyRecord m_consistency;
 };
 
 }  // namespace Impl

@@ -13,18 +13,21 @@ LocalizedTextStoreImpl::~LocalizedTextStoreImpl() = default;
 
 void LocalizedTextStoreImpl::add(std::vector<Tovra::Mdib::LocalizedText>&& texts) {
   const std::lock_guard<std::mutex> lock(mutex);
+  startBatch();
   for (Tovra::Mdib::LocalizedText& text : texts) {
     addNoLock(std::move(text));
   }
-  checkConsistency();
+  // addNoLock only reads its text, so the batch still names every reference it touched.
+  checkConsistencyOfBatch(texts);
 }
 
 void LocalizedTextStoreImpl::add(const std::vector<Tovra::Mdib::LocalizedText>& texts) {
   const std::lock_guard<std::mutex> lock(mutex);
+  startBatch();
   for (const Tovra::Mdib::LocalizedText& text : texts) {
     addNoLock(Tovra::Mdib::LocalizedText(text));
   }
-  checkConsistency();
+  checkConsistencyOfBatch(texts);
 }
 
 std::vector<Tovra::Locale::LanguageTag> LocalizedTextStoreImpl::languages() const {

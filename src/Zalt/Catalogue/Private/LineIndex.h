@@ -1,0 +1,42 @@
+// Zalt::Catalogue::Impl::LineIndex: turns byte offsets into a text into lines
+// and columns as an editor counts them. Lines end at LF, CR LF or a lone CR
+// (the line ends of XML); columns count UTF-8 code points. Both start at 1.
+//
+//   LineIndex index(content);
+//   SourcePosition position = index.locate(offset);
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace Zalt {
+namespace Catalogue {
+namespace Impl {
+
+struct SourcePosition {
+  std::int32_t line;
+  std::int32_t column;
+};
+
+class LineIndex {
+public:
+  // Keeps a reference to `content`, which must outlive the index.
+  explicit LineIndex(const std::string& content);
+
+  // An offset past the end counts as the end of the text. Offsets asked for
+  // in ascending order cost only the bytes between them, so a whole file
+  // written on one line is still located in one pass.
+  SourcePosition locate(std::size_t offset);
+
+private:
+  const std::string& m_content;
+  std::vector<std::size_t> m_lineStarts;
+  std::size_t m_lastOffset = 0;
+  SourcePosition m_lastPosition{1, 1};
+};
+
+}  // namespace Impl
+}  // namespace Catalogue
+}  // namespace Zalt

@@ -1,0 +1,116 @@
+#include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Catalogue/ReadCatalogue.h>
+#include <Zalt/Errors/InternalConsistencyFailure.h>
+#include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using Zalt::Catalogue::CatalogueText;
+using Zalt::Catalogue::checkCatalogue;
+using Zalt::Catalogue::Finding;
+using Zalt::Localization::Device::LocalizedTextStore;
+
+// One text per line, from line 2 on, so that a text's line is its index + 2.
+std::vector<CatalogueText> catalogue(const std::vector<std::string>& elements) {
+  std::string document =
+      "<c xmlns='http://standards.ieee.org/downloads/11073/11073-10207-2017/participant'>\n";
+  for (const std::string& element : elements) {
+    document += element + "\n";
+  }
+  return Zalt::Catalogue::readCatalogue(document + "</c>", "c.xml");
+}
+
+std::string text(const std::string& ref, const std::string& lang, const std::string& more = "") {
+  return "<LocalizedText Ref='" + ref + "' Lang='" + lang + "' Version='1' " + more + ">" + ref +
+         "</LocalizedText>";
+}
+
+std::vector<std::string> shown(const std::vector<Finding>& findings) {
+  std::vector<std::string> lines;
+  for (const Finding& finding : findings) {
+    lines.push_back(std::to_string(finding.location.line) + " " + name(finding.kind) + ": " +
+                    finding.message);
+  }
+  return lines;
+}
+
+std::vector<Tovra::Mdib::LocalizedText> mdib(const std::vector<CatalogueText>& texts) {
+  std::vector<Tovra::Mdib::LocalizedText> result;
+  for (const CatalogueText& entry : texts) {
+    result.push_back(entry.text);
+  }
+  return result;
+}
+
+TEST(CatalogueCheck, ACatalogueWithoutFindingsLoadsInOneAdd) {
+  const auto texts = catalogue({text("a", "de-DE"), text("a", "en-US"), text("a", "en-US", "TextWidth='s'"),
+                                text("b", "en-US"), text("b", "de-DE")});
+  const auto check = checkCatalogue(texts);
+  EXPECT_THAT(shown(check.findings), testing::IsEmpty());
+  EXPECT_EQ(mdib(check.kept), mdib(texts));
+  EXPECT_NO_THROW(LocalizedTextStore::createLocalizedTextStore()->add(mdib(texts)));
+}
+
+TEST(CatalogueCheck, ReportsEveryProblemAtItsTextInCatalogueOrder) {
+  const auto texts = catalogue({
+      text("a", "de-DE"),
+      text("a", "en-US"),
+      "<LocalizedText Lang='en-US' Version='1'/>",
+      text("b", "de-DE"),
+      text("a", "de-DE"),
+      "<LocalizedText Ref='c' Lang='de-DE'/>",
+      text("b", "de"),
+      text("a", "de-DE", "TextWidth='s'") + text("a", "de-DE", "TextWidth='s'"),
+      "<LocalizedText Ref='d' Lang='en-US' Version='1'>\xC3</LocalizedText>",
+      text("c", "en-US") + text("c", "de-DE") + text("c", "it-IT"),
+  });
+  const auto check = checkCatalogue(texts);
+  EXPECT_THAT(
+      shown(check.findings),
+      testing::ElementsAre(
+          "4 rejected: Cannot add localized text without reference",
+          "5 languages: reference 'b' version 1 lacks en-US, which the other references have",
+          "6 dropped: dropped: the text at c.xml:2 has the same reference, language, version, width and "
+          "number of lines",
+          "7 rejected: Cannot add localized text without version",
+          "8 rejected: Invalid language tag (expected ll-CC (language + country), like 'en-US'), got: de",
+          "9 dropped: dropped: the text at c.xml:9 has the same reference, language, version, width and "
+          "number of lines",
+          "10 rejected: Invalid UTF-8 sequence encountered while trying to encode UTF-32 character",
+          "11 languages: reference 'c' version 1 has it-IT, which the other references lack",
+          "5 inconsistent: (ref: b, ver:1) has inconsistent languages <de-DE> in relation to (ref: a, ver:1) "
+          "with <de-DE,en-US>"));
+  EXPECT_EQ(check.kept.size(), 7u);
+
+  try {
+    LocalizedTextStore::createLocalizedTextStore()->add(mdib(check.kept));
+    FAIL() << "a store took inconsistent languages";
+  } catch (const Zalt::InternalConsistencyFailure& failure) {
+    EXPECT_EQ(check.findings.back().message, failure.what());
+  }
+}
+
+TEST(CatalogueCheck, NamesBothTheMissingAndTheExtraLanguagesOfOneReference) {
+  const auto check = checkCatalogue(catalogue({text("a", "de-DE"), text("a", "en-US"), text("b", "de-DE"),
+                                               text("b", "en-US"), text("c", "de-DE"), text("c", "en-us")}));
+  ASSERT_EQ(check.findings.size(), 2u);
+  EXPECT_EQ(check.findings[0].message,
+            "reference 'c' version 1 lacks en-US, which the other references have, and has en-us, which they "
+            "lack");
+  EXPECT_EQ(check.findings[0].location.line, 6);
+  EXPECT_EQ(check.findings[1].kind, Finding::Kind::Inconsistent);
+
+  // Half of the references is enough to expect a language: a missing one is the likelier mistake.
+  EXPECT_EQ(checkCatalogue(catalogue({text("a", "de-DE"), text("a", "en-US"), text("b", "de-DE")}))
+                .findings.at(0)
+                .message,
+            "reference 'b' version 1 lacks en-US, which the other references have");
+}
+
+}  // namespace

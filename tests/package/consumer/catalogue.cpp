@@ -1,0 +1,36 @@
+// Calls into every exported function and class of the installed catalogue
+// library, so that a symbol left hidden fails the link and a broken install
+// fails the run.
+#include <Zalt/Catalogue/CatalogueError.h>
+#include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Catalogue/ReadCatalogue.h>
+#include <Zalt/Catalogue/TextWidthFromToken.h>
+
+#include <iostream>
+#include <string>
+
+int main() {
+  const std::string catalogue =
+      "<c xmlns:pm='http://standards.ieee.org/downloads/11073/11073-10207-2017/participant'>\n"
+      "<pm:LocalizedText Ref='hr' Lang='de-DE' Version='3' TextWidth='m'>Herz</pm:LocalizedText>\n"
+      "<pm:LocalizedText Ref='hr' Lang='de-DE' Version='3'>Herz</pm:LocalizedText></c>";
+  const auto texts = Zalt::Catalogue::readCatalogue(catalogue, "texts.xml");
+  const auto check = Zalt::Catalogue::checkCatalogue(texts);
+
+  std::string error;
+  try {
+    Zalt::Catalogue::readCatalogueFile("no-such-catalogue.xml");
+  } catch (const Zalt::Exception& e) {
+    error = e.what();
+  }
+
+  const bool works = texts.size() == 2 &&
+                     texts[1].location == Zalt::Catalogue::SourceLocation{"texts.xml", 3, 1} &&
+                     check.findings.empty() && check.kept.size() == 2 &&
+                     std::string(name(Zalt::Catalogue::Finding::Kind::Dropped)) == "dropped" &&
+                     Zalt::Catalogue::textWidthFromToken("m") == texts[0].text.textWidth() &&
+                     error.rfind("no-such-catalogue.xml: cannot be read", 0) == 0;
+  std::cout << (works ? "catalogue consumer: installed package works\n"
+                      : "catalogue consumer: installed package is broken\n");
+  return works ? 0 : 1;
+}

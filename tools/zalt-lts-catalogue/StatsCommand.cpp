@@ -1,0 +1,78 @@
+#include "Commands.h"
+#include "ExitCode.h"
+#include "LoadCatalogue.h"
+
+#include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
+
+#include <iostream>
+#include <map>
+#include <set>
+#include <utility>
+
+namespace ZaltCatalogueTool {
+namespace {
+
+using Tovra::Mdib::LocalizedTextRef;
+using Tovra::Mdib::VersionCounter;
+using Zalt::Catalogue::CatalogueText;
+
+struct Counts {
+  std::set<LocalizedTextRef> references;
+  std::set<std::pair<LocalizedTextRef, VersionCounter>> versions;
+  std::set<Tovra::Locale::LanguageTag> languages;
+  // Keyed by the width's value, -1 for texts without a width, so that widths print narrowest first.
+  std::map<int, std::size_t> perWidth;
+  std::map<Zalt::Localization::NumberOfLines, std::size_t> perLines;
+};
+
+Counts count(const std::vector<CatalogueText>& kept) {
+  Counts counts;
+  for (const CatalogueText& entry : kept) {
+    const Tovra::Mdib::LocalizedText& text = entry.text;
+    counts.references.insert(text.ref());
+    counts.versions.emplace(text.ref(), *text.version());
+    counts.languages.insert(*text.lang());
+    ++counts.perWidth[text.textWidth() ? static_cast<int>(*text.textWidth()) : -1];
+    ++counts.perLines[Zalt::Localization::Impl::numberOfLineBreaks(text.text()) + 1];
+  }
+  return counts;
+}
+
+void print(const Counts& counts, std::size_t kept, std::size_t read) {
+  std::cout << "texts: " << kept;
+  if (kept != read) {
+    std::cout << " (of " << read << " read; see 'zalt-lts-catalogue check' for the others)";
+  }
+  std::cout << "\nreferences: " << counts.references.size() << "\nversions: " << counts.versions.size()
+            << "\nlanguages: " << counts.languages.size();
+  for (const Tovra::Locale::LanguageTag& language : counts.languages) {
+    std::cout << ' ' << language;
+  }
+  std::cout << "\ntexts per width:\n";
+  for (const auto& width : counts.perWidth) {
+    std::cout << "  "
+              << (width.first < 0
+                      ? "none"
+                      : Tovra::Mdib::name(static_cast<Tovra::Mdib::LocalizedTextWidth>(width.first)))
+              << ": " << width.second << '\n';
+  }
+  std::cout << "texts per number of lines:\n";
+  for (const auto& lines : counts.perLines) {
+    std::cout << "  " << lines.first << ": " << lines.second << '\n';
+  }
+}
+
+}  // namespace
+
+int stats(const std::vector<std::string>& files) {
+  const auto texts = loadCatalogue(files);
+  if (!texts) {
+    return unreadable;
+  }
+  const std::vector<CatalogueText> kept = Zalt::Catalogue::checkCatalogue(*texts).kept;
+  print(count(kept), kept.size(), texts->size());
+  return success;
+}
+
+}  // namespace ZaltCatalogueTool
