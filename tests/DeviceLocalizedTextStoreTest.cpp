@@ -47,10 +47,9 @@ TEST_F(DeviceStore, RejectsIncompleteTextsInFixedOrderWithTheirOwnThrowSites) {
   EXPECT_STREQ(version.what(), "Cannot add localized text without version");
   EXPECT_STREQ(reference.what(), "Cannot add localized text without reference");
   for (const char* tag : {"en", "en_US", "en-USA", "e1-US", "en-U5", "", "\xC3\xA4n-US"}) {
-    const auto form = addFailure({mdib("r", tag, 1)});
     EXPECT_EQ(
-        form.what(),
-        std::string("Invalid language tag (expected ll-CC (language + country), like 'en-US'), got: ") + tag);
+        addFailure({mdib("r", tag, 1)}).what(),
+        "Invalid language tag (expected ll-CC (language + country), like 'en-US'), got: " + std::string(tag));
   }
   for (const auto& thrown : {language, version, reference, addFailure({mdib("r", "en", 1)})}) {
     EXPECT_THAT(thrown.file(), testing::EndsWith("Localization/ZaltOnly/Device/LocalizedTextStoreImpl.cpp"));
