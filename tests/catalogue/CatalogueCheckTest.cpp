@@ -33,6 +33,7 @@ std::string text(const std::string& ref, const std::string& lang, const std::str
 
 std::vector<std::string> shown(const std::vector<Finding>& findings) {
   std::vector<std::string> lines;
+  lines.reserve(findings.size());
   for (const Finding& finding : findings) {
     lines.push_back(std::to_string(finding.location.line) + " " + name(finding.kind) + ": " +
                     finding.message);
@@ -42,6 +43,7 @@ std::vector<std::string> shown(const std::vector<Finding>& findings) {
 
 std::vector<Tovra::Mdib::LocalizedText> mdib(const std::vector<CatalogueText>& texts) {
   std::vector<Tovra::Mdib::LocalizedText> result;
+  result.reserve(texts.size());
   for (const CatalogueText& entry : texts) {
     result.push_back(entry.text);
   }

@@ -16,11 +16,12 @@ using Zalt::Catalogue::CatalogueText;
 using Zalt::Catalogue::readCatalogue;
 using Zalt::Catalogue::SourceLocation;
 
-const std::string participant = "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant";
-const std::string message = "http://standards.ieee.org/downloads/11073/11073-10207-2017/message";
+std::string participant() { return "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant"; }
+std::string message() { return "http://standards.ieee.org/downloads/11073/11073-10207-2017/message"; }
 
 std::vector<std::string> refs(const std::vector<CatalogueText>& texts) {
   std::vector<std::string> result;
+  result.reserve(texts.size());
   for (const CatalogueText& entry : texts) {
     result.push_back(entry.text.ref().get().value());
   }
@@ -29,7 +30,7 @@ std::vector<std::string> refs(const std::vector<CatalogueText>& texts) {
 
 // The text of the one element in `element`, read from a document around it.
 CatalogueText single(const std::string& element) {
-  const auto texts = readCatalogue("<c xmlns:pm='" + participant + "'>" + element + "</c>", "one.xml");
+  const auto texts = readCatalogue("<c xmlns:pm='" + participant() + "'>" + element + "</c>", "one.xml");
   EXPECT_EQ(texts.size(), 1u);
   return texts.at(0);
 }
@@ -46,18 +47,18 @@ CatalogueError errorOf(const std::string& content) {
 
 TEST(CatalogueReader, FindsBothElementFormsInDocumentOrderWhateverThePrefix) {
   const std::string document =
-      "<root xmlns='" + participant + "' xmlns:m='" + message +
+      "<root xmlns='" + participant() + "' xmlns:m='" + message() +
       "'>"
       "<LocalizedText Ref='default-namespace'/>"
       "<m:GetLocalizedTextResponse><m:Text Ref='response-text'/>"
       "  <m:Other><m:Text Ref='not-a-child-of-the-response'/></m:Other></m:GetLocalizedTextResponse>"
       "<x:Envelope xmlns:x='urn:other' xmlns:pm='" +
-      participant +
+      participant() +
       "'>"
       "  <pm:LocalizedText Ref='prefixed'/>"
       "  <x:LocalizedText Ref='other-namespace'/>"
       "  <msg:GetLocalizedTextResponse xmlns:msg='" +
-      message +
+      message() +
       "'><msg:Text Ref='nested-response'/>"
       "  </msg:GetLocalizedTextResponse>"
       "  <pm:GetLocalizedTextResponse><pm:Text Ref='participant-response'/></pm:GetLocalizedTextResponse>"
@@ -103,7 +104,7 @@ TEST(CatalogueReader, TextIsTheCharacterDataWithXmlLineEnds) {
 }
 
 TEST(CatalogueReader, LocatesEachTextAtItsElement) {
-  const std::string document = "<c xmlns:pm='" + participant + "'>\r\n  <pm:LocalizedText/>\r" +
+  const std::string document = "<c xmlns:pm='" + participant() + "'>\r\n  <pm:LocalizedText/>\r" +
                                "\xC3\xA4\xC3\xB6<pm:LocalizedText/>\n<pm:LocalizedText\n/></c>";
   const auto texts = readCatalogue(document, "dir/texts.xml");
   ASSERT_EQ(texts.size(), 3u);
@@ -113,7 +114,7 @@ TEST(CatalogueReader, LocatesEachTextAtItsElement) {
 }
 
 TEST(CatalogueReader, ReportsEachProblemOfTheFileAtItsLine) {
-  const std::string open = "<c xmlns:pm='" + participant + "'>\n";
+  const std::string open = "<c xmlns:pm='" + participant() + "'>\n";
   const struct {
     std::string content;
     std::int32_t line;

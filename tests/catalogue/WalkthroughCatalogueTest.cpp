@@ -12,6 +12,7 @@ namespace {
 TEST(WalkthroughCatalogue, TheFileHoldsExactlyTheTextsThatTheWalkthroughLoads) {
   const auto read = Zalt::Catalogue::readCatalogueFile(ZALT_CATALOGUE_EXAMPLES_DIR "/walkthrough.xml");
   std::vector<Tovra::Mdib::LocalizedText> texts;
+  texts.reserve(read.size());
   for (const auto& entry : read) {
     texts.push_back(entry.text);
   }
