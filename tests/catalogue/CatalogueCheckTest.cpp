@@ -14,6 +14,7 @@ namespace {
 using Zalt::Catalogue::CatalogueText;
 using Zalt::Catalogue::checkCatalogue;
 using Zalt::Catalogue::Finding;
+using Zalt::Catalogue::mdibTexts;
 using Zalt::Localization::Device::LocalizedTextStore;
 
 // One text per line, from line 2 on, so that a text's line is its index + 2.
@@ -41,22 +42,13 @@ std::vector<std::string> shown(const std::vector<Finding>& findings) {
   return lines;
 }
 
-std::vector<Tovra::Mdib::LocalizedText> mdib(const std::vector<CatalogueText>& texts) {
-  std::vector<Tovra::Mdib::LocalizedText> result;
-  result.reserve(texts.size());
-  for (const CatalogueText& entry : texts) {
-    result.push_back(entry.text);
-  }
-  return result;
-}
-
 TEST(CatalogueCheck, ACatalogueWithoutFindingsLoadsInOneAdd) {
   const auto texts = catalogue({text("a", "de-DE"), text("a", "en-US"), text("a", "en-US", "TextWidth='s'"),
                                 text("b", "en-US"), text("b", "de-DE")});
   const auto check = checkCatalogue(texts);
   EXPECT_THAT(shown(check.findings), testing::IsEmpty());
-  EXPECT_EQ(mdib(check.kept), mdib(texts));
-  EXPECT_NO_THROW(LocalizedTextStore::createLocalizedTextStore()->add(mdib(texts)));
+  EXPECT_EQ(mdibTexts(check.kept), mdibTexts(texts));
+  EXPECT_NO_THROW(LocalizedTextStore::createLocalizedTextStore()->add(mdibTexts(texts)));
 }
 
 TEST(CatalogueCheck, ReportsEveryProblemAtItsTextInCatalogueOrder) {
@@ -91,7 +83,7 @@ TEST(CatalogueCheck, ReportsEveryProblemAtItsTextInCatalogueOrder) {
   EXPECT_EQ(check.kept.size(), 7u);
 
   try {
-    LocalizedTextStore::createLocalizedTextStore()->add(mdib(check.kept));
+    LocalizedTextStore::createLocalizedTextStore()->add(mdibTexts(check.kept));
     FAIL() << "a store took inconsistent languages";
   } catch (const Zalt::InternalConsistencyFailure& failure) {
     EXPECT_EQ(check.findings.back().message, failure.what());

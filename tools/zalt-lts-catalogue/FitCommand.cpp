@@ -107,12 +107,8 @@ int fit(const std::vector<std::string>& files, const FitRequest& request) {
               << " findings (see 'zalt-lts-catalogue check'); answers come from the texts a store keeps\n";
   }
   const auto store = LocalizedTextStore::createLocalizedTextStore();
-  std::vector<Tovra::Mdib::LocalizedText> kept;
-  for (const CatalogueText& entry : checked.kept) {
-    kept.push_back(entry.text);
-  }
   try {
-    store->add(std::move(kept));
+    store->add(Zalt::Catalogue::mdibTexts(checked.kept));
   } catch (const Zalt::InternalConsistencyFailure&) {
     // Reported above; the language check runs after every text is filed, so the store still answers.
   }

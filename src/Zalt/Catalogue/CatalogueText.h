@@ -2,13 +2,15 @@
 // file, as the MDIB value that a device store takes, with the place of its
 // element in the file.
 //
-//   for (const CatalogueText& entry : readCatalogueFile("texts.xml")) {
-//     texts.push_back(entry.text);
-//   }
+//   const std::vector<CatalogueText> entries = readCatalogueFile("texts.xml");
+//   store->add(mdibTexts(entries));
 #pragma once
 
 #include <Tovra/Mdib/LocalizedText.h>
+#include <Zalt/Catalogue/CatalogueExport.h>
 #include <Zalt/Catalogue/SourceLocation.h>
+
+#include <vector>
 
 namespace Zalt {
 namespace Catalogue {
@@ -18,6 +20,11 @@ struct CatalogueText {
   // The start of the text's element: its '<'.
   SourceLocation location;
 };
+
+// The texts of `entries` in their order, without their places: what a device
+// store's add takes.
+ZALT_LTSCATALOGUE_EXPORT std::vector<Tovra::Mdib::LocalizedText> mdibTexts(
+    const std::vector<CatalogueText>& entries);
 
 }  // namespace Catalogue
 }  // namespace Zalt
