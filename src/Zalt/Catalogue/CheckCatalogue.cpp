@@ -62,7 +62,7 @@ Languages without(const Languages& from, const Languages& removed) {
 
 class Checker {
 public:
-  explicit Checker(const std::vector<CatalogueText>& texts) : m_texts(texts) {}
+  explicit Checker(const CatalogueTexts& catalogue) : m_catalogue(catalogue), m_texts(catalogue.texts) {}
 
   CatalogueCheck run() && {
     for (std::size_t index = 0; index < m_texts.size(); ++index) {
@@ -72,6 +72,9 @@ public:
     std::stable_sort(m_findings.begin(), m_findings.end(),
                      [](const auto& lhs, const auto& rhs) { return lhs.first < rhs.first; });
     CatalogueCheck check;
+    if (m_texts.empty()) {
+      check.findings.push_back(emptyFinding());
+    }
     for (auto& finding : m_findings) {
       check.findings.push_back(std::move(finding.second));
     }
@@ -102,7 +105,7 @@ private:
       return;
     }
     m_table.insert(entry.text);
-    m_kept.push_back(entry);
+    m_kept.push_back(index);
     m_groups.emplace(std::make_pair(entry.text.ref(), *entry.text.version()), Group{{}, index})
         .first->second.languages.insert(*entry.text.lang());
   }
@@ -173,17 +176,24 @@ private:
     return location.file + ':' + std::to_string(location.line);
   }
 
+  Finding emptyFinding() const {
+    const SourceLocation location{m_catalogue.files.empty() ? std::string() : m_catalogue.files.front(), 0,
+                                  0};
+    return {Finding::Kind::Empty, location, "no localized text found"};
+  }
+
+  const CatalogueTexts& m_catalogue;
   const std::vector<CatalogueText>& m_texts;
   std::vector<std::pair<std::size_t, Finding>> m_findings;
   std::map<Localization::Impl::LocalizedTextStoreKey, std::size_t> m_firstOfKey;
   Localization::Impl::LocalizedTextStore m_table;
   Groups m_groups;
-  std::vector<CatalogueText> m_kept;
+  std::vector<std::size_t> m_kept;
 };
 
 }  // namespace
 
-CatalogueCheck checkCatalogue(const std::vector<CatalogueText>& texts) { return Checker(texts).run(); }
+CatalogueCheck checkCatalogue(const CatalogueTexts& catalogue) { return Checker(catalogue).run(); }
 
 }  // namespace Catalogue
 }  // namespace Zalt
