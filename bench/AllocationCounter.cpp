@@ -8,12 +8,14 @@
 
 // glibc's own allocator under its internal names, so that the counting
 // malloc below can hand on to it.
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
 extern "C" {
-void* __libc_malloc(std::size_t size);                     // NOLINT(bugprone-reserved-identifier)
-void* __libc_calloc(std::size_t count, std::size_t size);  // NOLINT(bugprone-reserved-identifier)
-void* __libc_realloc(void* memory, std::size_t size);      // NOLINT(bugprone-reserved-identifier)
-void __libc_free(void* memory);                            // NOLINT(bugprone-reserved-identifier)
+void* __libc_malloc(std::size_t size);
+void* __libc_calloc(std::size_t count, std::size_t size);
+void* __libc_realloc(void* memory, std::size_t size);
+void __libc_free(void* memory);
 }
+// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)
 
 namespace ZaltBench {
 namespace {
@@ -51,6 +53,8 @@ void resetPeak() { peak = live; }
 
 }  // namespace ZaltBench
 
+// The C library declares these with reserved parameter names.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 extern "C" {
 void* malloc(std::size_t size) { return ZaltBench::counted(__libc_malloc(size)); }
 void* calloc(std::size_t count, std::size_t size) { return ZaltBench::counted(__libc_calloc(count, size)); }
@@ -68,6 +72,7 @@ void free(void* memory) {
   __libc_free(memory);
 }
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 void* operator new(std::size_t size) { return ZaltBench::allocate(size); }
 void* operator new[](std::size_t size) { return ZaltBench::allocate(size); }

@@ -141,7 +141,9 @@ bool registerCatalogueBenchmarks() {
     const std::size_t references = referencesFor(texts);
     const std::string size = "/" + std::to_string(references * textsPerReference);
     const auto timed = [&size, references](const std::string& name, auto function) {
-      benchmark::RegisterBenchmark(("catalogue/" + name + size).c_str(), function, references)
+      const std::string fullName =
+          "catalogue/" + name + size;  // NOLINT(performance-inefficient-string-concatenation)
+      benchmark::RegisterBenchmark(fullName.c_str(), function, references)
           ->Iterations(1)
           ->Repetitions(3)
           ->ReportAggregatesOnly(true)

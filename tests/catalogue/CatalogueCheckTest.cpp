@@ -35,6 +35,7 @@ std::string text(const std::string& ref, const std::string& lang, const std::str
 std::vector<Tovra::Mdib::LocalizedText> keptTexts(const CatalogueTexts& catalogue,
                                                   const std::vector<std::size_t>& kept) {
   std::vector<Tovra::Mdib::LocalizedText> texts;
+  texts.reserve(kept.size());
   for (const std::size_t index : kept) {
     texts.push_back(catalogue.texts.at(index).text);
   }

@@ -201,8 +201,8 @@ private:
   // version that the message names first.
   void checkConsistency(const std::vector<FiledText>& filed, const std::vector<Group>& groups) {
     Localization::Impl::LanguageConsistencyCheck check;
-    for (std::size_t at = 0; at < filed.size(); ++at) {
-      const MdibText& text = m_catalogue.texts[filed[at].index].text;
+    for (const FiledText& each : filed) {
+      const MdibText& text = m_catalogue.texts[each.index].text;
       if (!check.visit(text.ref(), *text.lang(), *text.version())) {
         break;
       }
