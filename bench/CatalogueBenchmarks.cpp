@@ -23,7 +23,6 @@ namespace ZaltBench {
 namespace {
 
 using Tovra::Mdib::LocalizedText;
-using Zalt::Catalogue::CatalogueText;
 
 constexpr std::size_t catalogueSizes[] = {10000, 100000};
 
@@ -70,21 +69,21 @@ void readFile(benchmark::State& state, std::size_t references) {
   const std::string file = catalogueFile(makeCatalogue(references));
   std::size_t texts = 0;
   for (auto _ : state) {
-    texts = Zalt::Catalogue::readCatalogue(file, "catalogue.xml").size();
+    texts = Zalt::Catalogue::readCatalogue(file, "catalogue.xml").texts.size();
   }
   state.SetItemsProcessed(state.iterations() * asCount(texts));
   state.counters["file_bytes"] = static_cast<double>(file.size());
 }
 
 void check(benchmark::State& state, std::size_t references) {
-  const std::vector<CatalogueText> texts =
+  const Zalt::Catalogue::CatalogueTexts texts =
       Zalt::Catalogue::readCatalogue(catalogueFile(makeCatalogue(references)), "catalogue.xml");
   for (auto _ : state) {
     if (!Zalt::Catalogue::checkCatalogue(texts).findings.empty()) {
       state.SkipWithError("the benchmark catalogue has findings");
     }
   }
-  state.SetItemsProcessed(state.iterations() * asCount(texts.size()));
+  state.SetItemsProcessed(state.iterations() * asCount(texts.texts.size()));
 }
 
 void addOnce(benchmark::State& state, std::size_t references) {

@@ -31,7 +31,8 @@ extern "C" int LLVMFuzzerTestOneInput(  // NOLINT(readability-identifier-naming)
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   const std::int32_t lines = numberOfLines(bytes);
   try {
-    for (const Zalt::Catalogue::CatalogueText& entry : Zalt::Catalogue::readCatalogue(bytes, "fuzz.xml")) {
+    for (const Zalt::Catalogue::CatalogueText& entry :
+         Zalt::Catalogue::readCatalogue(bytes, "fuzz.xml").texts) {
       FUZZ_CHECK(entry.location.file == "fuzz.xml", "text located in " << entry.location.file);
       FUZZ_CHECK(entry.location.line >= 1 && entry.location.line <= lines,
                  "text at line " << entry.location.line << " of " << lines);

@@ -11,14 +11,14 @@
 
 namespace {
 
-using Zalt::Catalogue::CatalogueText;
+using Zalt::Catalogue::CatalogueTexts;
 using Zalt::Catalogue::checkCatalogue;
 using Zalt::Catalogue::Finding;
 using Zalt::Catalogue::mdibTexts;
 using Zalt::Localization::Device::LocalizedTextStore;
 
 // One text per line, from line 2 on, so that a text's line is its index + 2.
-std::vector<CatalogueText> catalogue(const std::vector<std::string>& elements) {
+CatalogueTexts catalogue(const std::vector<std::string>& elements) {
   std::string document =
       "<c xmlns='http://standards.ieee.org/downloads/11073/11073-10207-2017/participant'>\n";
   for (const std::string& element : elements) {
@@ -30,6 +30,15 @@ std::vector<CatalogueText> catalogue(const std::vector<std::string>& elements) {
 std::string text(const std::string& ref, const std::string& lang, const std::string& more = "") {
   return "<LocalizedText Ref='" + ref + "' Lang='" + lang + "' Version='1' " + more + ">" + ref +
          "</LocalizedText>";
+}
+
+std::vector<Tovra::Mdib::LocalizedText> keptTexts(const CatalogueTexts& catalogue,
+                                                  const std::vector<std::size_t>& kept) {
+  std::vector<Tovra::Mdib::LocalizedText> texts;
+  for (const std::size_t index : kept) {
+    texts.push_back(catalogue.texts.at(index).text);
+  }
+  return texts;
 }
 
 std::vector<std::string> shown(const std::vector<Finding>& findings) {
@@ -47,8 +56,8 @@ TEST(CatalogueCheck, ACatalogueWithoutFindingsLoadsInOneAdd) {
                                 text("b", "en-US"), text("b", "de-DE")});
   const auto check = checkCatalogue(texts);
   EXPECT_THAT(shown(check.findings), testing::IsEmpty());
-  EXPECT_EQ(mdibTexts(check.kept), mdibTexts(texts));
-  EXPECT_NO_THROW(LocalizedTextStore::createLocalizedTextStore()->add(mdibTexts(texts)));
+  EXPECT_EQ(keptTexts(texts, check.kept), mdibTexts(texts.texts));
+  EXPECT_NO_THROW(LocalizedTextStore::createLocalizedTextStore()->add(mdibTexts(texts.texts)));
 }
 
 TEST(CatalogueCheck, ReportsEveryProblemAtItsTextInCatalogueOrder) {
@@ -83,7 +92,7 @@ TEST(CatalogueCheck, ReportsEveryProblemAtItsTextInCatalogueOrder) {
   EXPECT_EQ(check.kept.size(), 7u);
 
   try {
-    LocalizedTextStore::createLocalizedTextStore()->add(mdibTexts(check.kept));
+    LocalizedTextStore::createLocalizedTextStore()->add(keptTexts(texts, check.kept));
     FAIL() << "a store took inconsistent languages";
   } catch (const Zalt::InternalConsistencyFailure& failure) {
     EXPECT_EQ(check.findings.back().message, failure.what());
@@ -105,6 +114,28 @@ TEST(CatalogueCheck, NamesBothTheMissingAndTheExtraLanguagesOfOneReference) {
                 .findings.at(0)
                 .message,
             "reference 'b' version 1 lacks en-US, which the other references have");
+}
+
+TEST(CatalogueCheck, ACatalogueWithoutTextsIsAFindingThatPointsAtMisplacedElements) {
+  CatalogueTexts nothing;
+  nothing.files = {"a.xml", "b.xml"};
+  const auto bare = checkCatalogue(nothing);
+  ASSERT_EQ(bare.findings.size(), 1u);
+  EXPECT_EQ(bare.findings[0].kind, Finding::Kind::Empty);
+  EXPECT_EQ(bare.findings[0].location, (Zalt::Catalogue::SourceLocation{"a.xml", 0, 0}));
+  EXPECT_THAT(bare.findings[0].message, testing::HasSubstr("11073-10207-2017/participant'"));
+
+  CatalogueTexts misplaced = nothing;
+  misplaced.misplaced = {{{"a.xml", 2, 3}, "LocalizedText", "urn:typo"}, {{"b.xml", 5, 1}, "Text", ""}};
+  EXPECT_THAT(shown(checkCatalogue(misplaced).findings),
+              testing::ElementsAre(testing::MatchesRegex("2 empty: .*LocalizedText stands in the namespace "
+                                                         "'urn:typo', .*11073-10207-2017/participant'"),
+                                   testing::MatchesRegex("5 empty: .*Text stands in no namespace, "
+                                                         ".*11073-10207-2017/message'")));
+
+  CatalogueTexts someText = catalogue({text("a", "de-DE")});
+  someText.misplaced = misplaced.misplaced;
+  EXPECT_THAT(checkCatalogue(someText).findings, testing::IsEmpty());
 }
 
 }  // namespace

@@ -49,9 +49,9 @@ int check(const std::vector<std::string>& files, bool json) {
   }
   const CatalogueCheck result = Zalt::Catalogue::checkCatalogue(*texts);
   if (json) {
-    printJson(result, texts->size());
+    printJson(result, texts->texts.size());
   } else {
-    printText(result, texts->size());
+    printText(result, texts->texts.size());
   }
   return result.findings.empty() ? success : findings;
 }

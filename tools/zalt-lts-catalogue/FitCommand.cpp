@@ -18,7 +18,6 @@ using Tovra::Locale::LanguageTag;
 using Tovra::Locale::Utf8;
 using Tovra::Mdib::LocalizedTextRef;
 using Tovra::Mdib::VersionCounter;
-using Zalt::Catalogue::CatalogueText;
 using Zalt::Localization::Device::LocalizedTextStore;
 
 // Line breaks and tabs as escapes, so that each answer stays on one row.
@@ -43,15 +42,15 @@ std::string shown(const Utf8& text) {
 }
 
 // Each reference with its newest kept version, or the one asked for.
-std::map<LocalizedTextRef, VersionCounter> referencesToShow(const std::vector<CatalogueText>& kept,
-                                                            const FitRequest& request) {
+std::map<LocalizedTextRef, VersionCounter> referencesToShow(
+    const std::vector<Tovra::Mdib::LocalizedText>& kept, const FitRequest& request) {
   std::map<LocalizedTextRef, VersionCounter> versions;
-  for (const CatalogueText& entry : kept) {
-    if (request.ref && entry.text.ref().get().value() != *request.ref) {
+  for (const Tovra::Mdib::LocalizedText& text : kept) {
+    if (request.ref && text.ref().get().value() != *request.ref) {
       continue;
     }
-    const VersionCounter version = request.version ? *request.version : *entry.text.version();
-    auto found = versions.emplace(entry.text.ref(), version).first;
+    const VersionCounter version = request.version ? *request.version : *text.version();
+    auto found = versions.emplace(text.ref(), version).first;
     found->second = std::max(found->second, version);
   }
   return versions;
@@ -106,13 +105,18 @@ int fit(const std::vector<std::string>& files, const FitRequest& request) {
     std::cerr << "warning: " << checked.findings.size()
               << " findings (see 'zalt-lts-catalogue check'); answers come from the texts a store keeps\n";
   }
+  std::vector<Tovra::Mdib::LocalizedText> kept;
+  kept.reserve(checked.kept.size());
+  for (const std::size_t index : checked.kept) {
+    kept.push_back(texts->texts[index].text);
+  }
   const auto store = LocalizedTextStore::createLocalizedTextStore();
   try {
-    store->add(Zalt::Catalogue::mdibTexts(checked.kept));
+    store->add(kept);
   } catch (const Zalt::InternalConsistencyFailure&) {
     // Reported above; the language check runs after every text is filed, so the store still answers.
   }
-  const auto references = referencesToShow(checked.kept, request);
+  const auto references = referencesToShow(kept, request);
   if (references.empty()) {
     std::cerr << "no text of reference '" << *request.ref << "' is kept\n";
     return findings;

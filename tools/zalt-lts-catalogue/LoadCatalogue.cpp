@@ -4,18 +4,15 @@
 #include <Zalt/Catalogue/ReadCatalogue.h>
 
 #include <iostream>
-#include <iterator>
 
 namespace ZaltCatalogueTool {
 
-boost::optional<std::vector<Zalt::Catalogue::CatalogueText>> loadCatalogue(
-    const std::vector<std::string>& files) {
-  std::vector<Zalt::Catalogue::CatalogueText> texts;
+boost::optional<Zalt::Catalogue::CatalogueTexts> loadCatalogue(const std::vector<std::string>& files) {
+  Zalt::Catalogue::CatalogueTexts texts;
   bool failed = false;
   for (const std::string& file : files) {
     try {
-      std::vector<Zalt::Catalogue::CatalogueText> read = Zalt::Catalogue::readCatalogueFile(file);
-      texts.insert(texts.end(), std::make_move_iterator(read.begin()), std::make_move_iterator(read.end()));
+      texts.append(Zalt::Catalogue::readCatalogueFile(file));
     } catch (const Zalt::Catalogue::CatalogueError& error) {
       std::cerr << error.what() << '\n';
       failed = true;

@@ -2,7 +2,7 @@
 // cannot be read or parsed on stderr.
 #pragma once
 
-#include <Zalt/Catalogue/CatalogueText.h>
+#include <Zalt/Catalogue/CatalogueTexts.h>
 
 #include <boost/optional.hpp>
 
@@ -12,7 +12,6 @@
 namespace ZaltCatalogueTool {
 
 // None when any file failed; each failure has been reported.
-boost::optional<std::vector<Zalt::Catalogue::CatalogueText>> loadCatalogue(
-    const std::vector<std::string>& files);
+boost::optional<Zalt::Catalogue::CatalogueTexts> loadCatalogue(const std::vector<std::string>& files);
 
 }  // namespace ZaltCatalogueTool

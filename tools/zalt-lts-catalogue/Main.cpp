@@ -7,7 +7,7 @@
 #include "Commands.h"
 #include "ExitCode.h"
 
-#include <Zalt/Catalogue/TextWidthFromToken.h>
+#include <Zalt/Catalogue/TextWidthTokens.h>
 
 #include <CLI/CLI.hpp>
 

@@ -26,10 +26,10 @@ struct Counts {
   std::map<Zalt::Localization::NumberOfLines, std::size_t> perLines;
 };
 
-Counts count(const std::vector<CatalogueText>& kept) {
+Counts count(const std::vector<CatalogueText>& texts, const std::vector<std::size_t>& kept) {
   Counts counts;
-  for (const CatalogueText& entry : kept) {
-    const Tovra::Mdib::LocalizedText& text = entry.text;
+  for (const std::size_t index : kept) {
+    const Tovra::Mdib::LocalizedText& text = texts[index].text;
     counts.references.insert(text.ref());
     counts.versions.emplace(text.ref(), *text.version());
     counts.languages.insert(*text.lang());
@@ -70,8 +70,8 @@ int stats(const std::vector<std::string>& files) {
   if (!texts) {
     return unreadable;
   }
-  const std::vector<CatalogueText> kept = Zalt::Catalogue::checkCatalogue(*texts).kept;
-  print(count(kept), kept.size(), texts->size());
+  const std::vector<std::size_t> kept = Zalt::Catalogue::checkCatalogue(*texts).kept;
+  print(count(texts->texts, kept), kept.size(), texts->texts.size());
   return success;
 }
 

@@ -1,33 +1,26 @@
 #include <Zalt/Catalogue/CatalogueError.h>
 
-#include <sstream>
+#include <string>
 #include <utility>
 
 namespace Zalt {
 namespace Catalogue {
 namespace {
 
-std::string message(const std::string& problem, const SourceLocation& location) {
-  std::ostringstream out;
-  out << location.file << ':';
-  if (location.line > 0) {
-    out << location.line << ':' << location.column << ':';
+std::string message(const std::vector<Finding>& problems) {
+  std::string text = placed(problems.front());
+  if (problems.size() > 1) {
+    text += " (and " + std::to_string(problems.size() - 1) +
+            (problems.size() == 2 ? " more problem)" : " more problems)");
   }
-  out << ' ' << problem;
-  return out.str();
+  return text;
 }
 
 }  // namespace
 
-CatalogueError::CatalogueError(const std::string& problem, const SourceLocation& location)
-    : CatalogueError(problem, location, std::make_shared<const std::string>(location.file)) {}
-
-CatalogueError::CatalogueError(const std::string& problem, const SourceLocation& location,
-                               std::shared_ptr<const std::string> file)
-    : Zalt::Exception(message(problem, location), file->c_str(), location.line),
-      m_file(std::move(file)),
-      m_problem(std::make_shared<const std::string>(problem)),
-      m_column(location.column) {}
+CatalogueError::CatalogueError(std::vector<Finding> problems, const char* file, std::int32_t line)
+    : Zalt::Exception(message(problems), file, line),
+      m_problems(std::make_shared<const std::vector<Finding>>(std::move(problems))) {}
 
 }  // namespace Catalogue
 }  // namespace Zalt

@@ -1,46 +1,47 @@
-// Zalt::Catalogue::CatalogueError: a catalogue file that cannot be taken as a
-// whole: it cannot be read, it is not well-formed XML, or an attribute holds a
-// value that no localized text can have (a Version that is not an unsigned
-// 64-bit decimal, a TextWidth outside xs, s, m, l, xl, xxl). Problems of single
-// texts that a device store rejects are not errors of the file.
+// Zalt::Catalogue::CatalogueError: a catalogue file that yields no texts. It
+// cannot be read, it is not well-formed XML 1.0 with namespaces, it uses what a
+// catalogue file may not (a document type declaration, an undefined entity, a
+// character outside XML's characters, an encoding other than UTF-8, UTF-16 and
+// ISO-8859-1), or an attribute holds a value that no localized text can have.
+// Problems of single texts that a device store rejects are not errors of the
+// file; checkCatalogue reports those.
 //
-// Unlike the library's other exceptions, file() and line() name the place in
-// the catalogue, not in the library's source; what() starts with that place:
+// Like every Zalt::Exception, file() and line() name the library's throw
+// statement. The places in the catalogue are the error's own data: one finding
+// of kind File per problem, all of them for one file in one read (malformed XML
+// stops at its first error). what() begins with the first problem:
 //
 //   try { readCatalogueFile("de.xml"); }
-//   catch (const CatalogueError& e) { std::cerr << e.what(); }  // de.xml:7:3: TextWidth ...
+//   catch (const CatalogueError& e) {
+//     for (const Finding& problem : e.problems()) { ... }  // de.xml:7:3: TextWidth ...
+//   }
 #pragma once
 
 #include <Zalt/Catalogue/CatalogueExport.h>
-#include <Zalt/Catalogue/SourceLocation.h>
+#include <Zalt/Catalogue/Finding.h>
 #include <Zalt/Errors/Exception.h>
 
 #include <cstdint>
 #include <memory>
-#include <string>
+#include <vector>
 
 namespace Zalt {
 namespace Catalogue {
 
 class ZALT_LTSCATALOGUE_EXPORT CatalogueError : public Zalt::Exception {
 public:
-  // The message is "FILE:LINE:COLUMN: problem", or "FILE: problem" for line 0.
-  CatalogueError(const std::string& problem, const SourceLocation& location);
+  // `problems` holds at least one finding, each of kind File; `file` and `line`
+  // are those of the throw statement, as for every Zalt::Exception. what() is
+  // the first problem as "FILE:LINE:COLUMN: message" ("FILE: message" where
+  // no line applies), followed by " (and N more problems)" if there are more.
+  CatalogueError(std::vector<Finding> problems, const char* file, std::int32_t line);
 
-  std::int32_t column() const { return m_column; }
-  // The problem alone, without the place.
-  const std::string& problem() const { return *m_problem; }
+  // Every problem found in the file, in the order of their places.
+  const std::vector<Finding>& problems() const { return *m_problems; }
 
 private:
-  // The base keeps a pointer to the file name; copies of the exception share
-  // the name so that the pointer stays valid as long as any copy lives. The
-  // problem is shared too, so that copying an exception never allocates.
-  CatalogueError(const std::string& problem, const SourceLocation& location,
-                 std::shared_ptr<const std::string> file);
-
-  std::shared_ptr<const std::string> m_file;
-  std::shared_ptr<const std::string> m_problem;
-  std::int32_t m_column;
+  // Shared so that copying an exception never allocates.
+  std::shared_ptr<const std::vector<Finding>> m_problems;
 };
 
 }  // namespace Catalogue

@@ -5,18 +5,21 @@
 //   - each text that the store rejects, with the store's message;
 //   - each text that the store drops because an earlier one has the same
 //     reference, language, version, width and number of lines;
-//   - each reference and version whose languages differ from those that most
-//     others have;
-//   - the store's own message if its language check fails.
+//   - each reference and version that lacks a language which at least half of
+//     all references and versions have, or has one which fewer than half have;
+//   - the store's own message if its language check fails;
+//   - a catalogue without any text, with a hint where elements named like
+//     texts stand in another namespace or in none.
 //
 //   CatalogueCheck check = checkCatalogue(readCatalogueFile("texts.xml"));
 //   for (const Finding& finding : check.findings) { ... }
 #pragma once
 
 #include <Zalt/Catalogue/CatalogueExport.h>
-#include <Zalt/Catalogue/CatalogueText.h>
+#include <Zalt/Catalogue/CatalogueTexts.h>
 #include <Zalt/Catalogue/Finding.h>
 
+#include <cstddef>
 #include <vector>
 
 namespace Zalt {
@@ -25,16 +28,16 @@ namespace Catalogue {
 struct CatalogueCheck {
   // In the order of the texts they stand at; the failed language check, if
   // any, comes last and stands at the first text of the offending reference
-  // and version. Empty exactly when a device store takes every text in one
-  // add without an error.
+  // and version. Empty exactly when the catalogue holds texts and a device
+  // store takes every one of them in one add without an error.
   std::vector<Finding> findings;
-  // The texts that the store keeps, in catalogue order.
-  std::vector<CatalogueText> kept;
+  // The indexes, ascending, of the texts that the store keeps.
+  std::vector<std::size_t> kept;
 };
 
-// Texts from several files form one catalogue in the order given. Throws only
-// what allocation throws.
-ZALT_LTSCATALOGUE_EXPORT CatalogueCheck checkCatalogue(const std::vector<CatalogueText>& texts);
+// The verdicts are those of the device store's own checks, with its messages,
+// without building a store per text. Throws only what allocation throws.
+ZALT_LTSCATALOGUE_EXPORT CatalogueCheck checkCatalogue(const CatalogueTexts& catalogue);
 
 }  // namespace Catalogue
 }  // namespace Zalt

@@ -5,6 +5,8 @@ namespace Catalogue {
 
 const char* name(Finding::Kind kind) {
   switch (kind) {
+    case Finding::Kind::File:
+      return "file";
     case Finding::Kind::Rejected:
       return "rejected";
     case Finding::Kind::Dropped:
@@ -13,9 +15,25 @@ const char* name(Finding::Kind kind) {
       return "languages";
     case Finding::Kind::Inconsistent:
       return "inconsistent";
+    case Finding::Kind::Empty:
+      return "empty";
   }
   return "unknown";
 }
+
+std::string placed(const Finding& finding) {
+  std::string text = finding.location.file + ':';
+  if (finding.location.line > 0) {
+    text += std::to_string(finding.location.line) + ':' + std::to_string(finding.location.column) + ':';
+  }
+  return text + ' ' + finding.message;
+}
+
+bool operator==(const Finding& lhs, const Finding& rhs) {
+  return lhs.kind == rhs.kind && lhs.location == rhs.location && lhs.message == rhs.message;
+}
+
+bool operator!=(const Finding& lhs, const Finding& rhs) { return !(lhs == rhs); }
 
 }  // namespace Catalogue
 }  // namespace Zalt

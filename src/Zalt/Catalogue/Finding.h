@@ -1,6 +1,7 @@
-// Zalt::Catalogue::Finding: one problem that a device store would meet in a
-// catalogue, at the place of the text that causes it. checkCatalogue makes
-// them; a checker prints each as "FILE:LINE: message".
+// Zalt::Catalogue::Finding: one problem of a catalogue, at the place in a file
+// that causes it. The reader reports what makes a file unreadable as findings
+// of kind File (CatalogueError); checkCatalogue reports the others. A checker
+// prints each as "FILE:LINE:COLUMN: message".
 #pragma once
 
 #include <Zalt/Catalogue/CatalogueExport.h>
@@ -13,6 +14,9 @@ namespace Catalogue {
 
 struct Finding {
   enum class Kind {
+    // The file cannot be read, is not a catalogue file, or holds a value
+    // that no localized text can have; the file yields no texts.
+    File,
     // The store throws for this text; the message is the store's.
     Rejected,
     // The store keeps an earlier text under the same key and drops this one.
@@ -23,6 +27,8 @@ struct Finding {
     // The store's language check fails for the whole catalogue; the message is
     // the store's.
     Inconsistent,
+    // No localized text was found in the whole catalogue.
+    Empty,
   };
 
   Kind kind;
@@ -30,8 +36,16 @@ struct Finding {
   std::string message;
 };
 
-// "rejected", "dropped", "languages" or "inconsistent".
+// The kind's name as the checker's JSON writes it: "file", "rejected",
+// "dropped", "languages", "inconsistent" or "empty".
 ZALT_LTSCATALOGUE_EXPORT const char* name(Finding::Kind kind);
+
+// "FILE:LINE:COLUMN: message", or "FILE: message" where no line applies: how
+// errors and the tool write a finding.
+ZALT_LTSCATALOGUE_EXPORT std::string placed(const Finding& finding);
+
+ZALT_LTSCATALOGUE_EXPORT bool operator==(const Finding& lhs, const Finding& rhs);
+ZALT_LTSCATALOGUE_EXPORT bool operator!=(const Finding& lhs, const Finding& rhs);
 
 }  // namespace Catalogue
 }  // namespace Zalt

@@ -2,7 +2,7 @@
 
 #include <Zalt/Catalogue/CatalogueError.h>
 #include <Zalt/Catalogue/Private/LineIndex.h>
-#include <Zalt/Catalogue/TextWidthFromToken.h>
+#include <Zalt/Catalogue/TextWidthTokens.h>
 
 #include <pugixml.hpp>
 
@@ -80,12 +80,16 @@ std::string collapsed(const char* value) {
   return text.substr(first, text.find_last_not_of(space) - first + 1);
 }
 
+[[noreturn]] void failAt(const std::string& problem, const SourceLocation& location) {
+  throw CatalogueError({Finding{Finding::Kind::File, location, problem}}, __FILE__, __LINE__);
+}
+
 class Reader {
 public:
   Reader(const std::string& content, const std::string& fileName)
       : m_content(content), m_fileName(fileName), m_lines(content) {}
 
-  std::vector<CatalogueText> read() {
+  CatalogueTexts read() {
     pugi::xml_document document;
     // Keep text that is only white space: it is a text like any other.
     const unsigned int options = pugi::parse_default | pugi::parse_ws_pcdata;
@@ -94,13 +98,14 @@ public:
     if (!parsed) {
       fail(std::string("malformed XML: ") + parsed.description(), static_cast<std::size_t>(parsed.offset));
     }
-    std::vector<CatalogueText> texts;
+    CatalogueTexts catalogue;
+    catalogue.files.push_back(m_fileName);
     for (pugi::xml_node node = document.first_child(); node; node = nextInDocument(node)) {
       if (isTextElement(node)) {
-        texts.push_back(textOf(node));
+        catalogue.texts.push_back(textOf(node));
       }
     }
-    return texts;
+    return catalogue;
   }
 
 private:
@@ -135,8 +140,7 @@ private:
     std::uint64_t value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (error != std::errc() || end != digits.data() + digits.size()) {
-      throw CatalogueError(
-          std::string("Version '") + attribute.value() + "' is not an unsigned 64-bit decimal", location);
+      failAt(std::string("Version '") + attribute.value() + "' is not an unsigned 64-bit decimal", location);
     }
     return VersionCounter(value);
   }
@@ -149,8 +153,8 @@ private:
     }
     const boost::optional<LocalizedTextWidth> known = textWidthFromToken(collapsed(attribute.value()));
     if (!known) {
-      throw CatalogueError(
-          std::string("TextWidth '") + attribute.value() + "' is not one of xs, s, m, l, xl, xxl", location);
+      failAt(std::string("TextWidth '") + attribute.value() + "' is not one of xs, s, m, l, xl, xxl",
+             location);
     }
     return known;
   }
@@ -160,9 +164,7 @@ private:
     return {m_fileName, position.line, position.column};
   }
 
-  [[noreturn]] void fail(const std::string& problem, std::size_t offset) {
-    throw CatalogueError(problem, locate(offset));
-  }
+  [[noreturn]] void fail(const std::string& problem, std::size_t offset) { failAt(problem, locate(offset)); }
 
   const std::string& m_content;
   const std::string& m_fileName;
@@ -171,25 +173,25 @@ private:
 
 }  // namespace
 
-std::vector<CatalogueText> readCatalogue(const std::string& content, const std::string& fileName) {
+CatalogueTexts readCatalogue(std::string content, const std::string& fileName) {
   return Reader(content, fileName).read();
 }
 
-std::vector<CatalogueText> readCatalogueFile(const std::string& path) {
+CatalogueTexts readCatalogueFile(const std::string& path) {
   const SourceLocation file{path, 0, 0};
   std::error_code ignored;
   if (std::filesystem::is_directory(path, ignored)) {
-    throw CatalogueError("cannot be read: it is a directory", file);
+    failAt("cannot be read: it is a directory", file);
   }
   std::ifstream in(path, std::ios::binary);
   if (!in) {
-    throw CatalogueError(std::string("cannot be read: ") + std::strerror(errno), file);
+    failAt(std::string("cannot be read: ") + std::strerror(errno), file);
   }
-  const std::string content((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  std::string content((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
   if (in.bad()) {
-    throw CatalogueError("cannot be read: read error", file);
+    failAt("cannot be read: read error", file);
   }
-  return readCatalogue(content, path);
+  return readCatalogue(std::move(content), path);
 }
 
 }  // namespace Catalogue

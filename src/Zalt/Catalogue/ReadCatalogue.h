@@ -3,43 +3,54 @@
 //
 // A text is every LocalizedText element of the participant namespace
 // (http://standards.ieee.org/downloads/11073/11073-10207-2017/participant) and
-// every Text element of a GetLocalizedTextResponse of the message namespace
+// every Text child of a GetLocalizedTextResponse of the message namespace
 // (http://standards.ieee.org/downloads/11073/11073-10207-2017/message), at any
 // depth and under any prefix:
 //
 //   <pm:LocalizedText Ref="alarm.hr.high" Lang="en-US" Version="2" TextWidth="m">Heart rate
 //   too high</pm:LocalizedText>
 //
-// Its attributes give the reference (Ref), the language (Lang), the version
-// (Version, an unsigned 64-bit decimal) and the width (TextWidth: xs, s, m, l,
-// xl or xxl). A missing attribute leaves the reference empty or the other
-// parts absent, so that a device store rejects the text with its own message.
-// The element's character data and CDATA sections are the text, whitespace
-// and all; comments inside it are not part of it. Line ends in the file (CR LF,
-// a lone CR) become LF, as in every XML document; "&#13;" stays a carriage
-// return. Only the predefined entities and character references are decoded.
+// Its unprefixed attributes give the reference (Ref), the language (Lang), the
+// version (Version, an unsigned 64-bit decimal) and the width (TextWidth: xs,
+// s, m, l, xl or xxl). A missing attribute leaves the reference empty or the
+// other parts absent, so that a device store rejects the text with its own
+// message. The element's character data and CDATA sections are the text,
+// whitespace and all, with XML's line-end handling (CR LF and a lone CR become
+// LF; "&#13;" stays a carriage return); comments inside it are not part of it.
 //
-//   std::vector<CatalogueText> texts = readCatalogueFile("texts/de.xml");
+// The file is read strictly as XML 1.0 with namespaces, and a text is exactly
+// what the file holds or the file yields nothing: two attributes of one name,
+// an entity other than the five predefined ones, a character or character
+// reference outside XML's characters, a prefix without a declaration, a
+// document type declaration, a Version or TextWidth that no text can have, and
+// a Ref or Lang that is not UTF-8 are problems of the file, reported together
+// at their lines and columns. Nothing is expanded or fetched. Files come in
+// UTF-8 (with or without a byte-order mark), UTF-16 with a byte-order mark, or
+// a declared ISO-8859-1; the texts are UTF-8 whatever the file's encoding.
+// Malformed UTF-8 in a text's content is left for the store to reject.
+//
+// Reading takes time linear in the file at any depth of nesting.
+//
+//   CatalogueTexts catalogue = readCatalogueFile("texts/de.xml");
 #pragma once
 
 #include <Zalt/Catalogue/CatalogueExport.h>
-#include <Zalt/Catalogue/CatalogueText.h>
+#include <Zalt/Catalogue/CatalogueTexts.h>
 
 #include <string>
-#include <vector>
 
 namespace Zalt {
 namespace Catalogue {
 
-// Reads the file at `path`; each text's location names the file as `path`.
-// Throws CatalogueError if the file cannot be read, is not well-formed XML, or
-// has a Version or TextWidth that no text can have; nothing is returned then.
-ZALT_LTSCATALOGUE_EXPORT std::vector<CatalogueText> readCatalogueFile(const std::string& path);
+// Reads the file at `path`; locations and problems name the file as `path`.
+// Throws CatalogueError with every problem of the file (or the one that it
+// cannot be read); nothing is returned then.
+ZALT_LTSCATALOGUE_EXPORT CatalogueTexts readCatalogueFile(const std::string& path);
 
-// Reads a catalogue held in memory; locations and errors name `fileName`.
-// Throws CatalogueError as readCatalogueFile does.
-ZALT_LTSCATALOGUE_EXPORT std::vector<CatalogueText> readCatalogue(const std::string& content,
-                                                                  const std::string& fileName);
+// Reads a catalogue held in memory; locations and problems name `fileName`.
+// The content is parsed where it lies, so hand it over with std::move where
+// it is not needed afterwards. Throws CatalogueError as readCatalogueFile does.
+ZALT_LTSCATALOGUE_EXPORT CatalogueTexts readCatalogue(std::string content, const std::string& fileName);
 
 }  // namespace Catalogue
 }  // namespace Zalt

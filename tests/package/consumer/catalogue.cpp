@@ -4,7 +4,8 @@
 #include <Zalt/Catalogue/CatalogueError.h>
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
-#include <Zalt/Catalogue/TextWidthFromToken.h>
+#include <Zalt/Catalogue/TextWidthTokens.h>
+#include <Zalt/Catalogue/WriteCatalogue.h>
 
 #include <iostream>
 #include <string>
@@ -14,8 +15,11 @@ int main() {
       "<c xmlns:pm='http://standards.ieee.org/downloads/11073/11073-10207-2017/participant'>\n"
       "<pm:LocalizedText Ref='hr' Lang='de-DE' Version='3' TextWidth='m'>Herz</pm:LocalizedText>\n"
       "<pm:LocalizedText Ref='hr' Lang='de-DE' Version='3'>Herz</pm:LocalizedText></c>";
-  const auto texts = Zalt::Catalogue::readCatalogue(catalogue, "texts.xml");
-  const auto check = Zalt::Catalogue::checkCatalogue(texts);
+  const auto catalogueTexts = Zalt::Catalogue::readCatalogue(catalogue, "texts.xml");
+  const auto& texts = catalogueTexts.texts;
+  const auto check = Zalt::Catalogue::checkCatalogue(catalogueTexts);
+  const auto written = Zalt::Catalogue::readCatalogue(
+      Zalt::Catalogue::writeCatalogue(Zalt::Catalogue::mdibTexts(texts)), "written.xml");
 
   std::string error;
   try {
@@ -29,6 +33,7 @@ int main() {
                      check.findings.empty() && check.kept.size() == 2 &&
                      std::string(name(Zalt::Catalogue::Finding::Kind::Dropped)) == "dropped" &&
                      Zalt::Catalogue::textWidthFromToken("m") == texts[0].text.textWidth() &&
+                     Zalt::Catalogue::mdibTexts(written.texts) == Zalt::Catalogue::mdibTexts(texts) &&
                      error.rfind("no-such-catalogue.xml: cannot be read", 0) == 0;
   std::cout << (works ? "catalogue consumer: installed package works\n"
                       : "catalogue consumer: installed package is broken\n");

@@ -1,0 +1,100 @@
+#include <Zalt/Catalogue/WriteCatalogue.h>
+
+#include <Zalt/Catalogue/TextWidthTokens.h>
+
+#include <stdexcept>
+
+namespace Zalt {
+namespace Catalogue {
+namespace {
+
+const char* const participantNamespace =
+    "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant";
+
+bool isForbiddenControl(unsigned char byte) {
+  return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
+}
+
+// U+FFFE and U+FFFF are valid UTF-8 but no XML character.
+bool isNonCharacterAt(const std::string& text, std::size_t index) {
+  return index + 2 < text.size() && static_cast<unsigned char>(text[index]) == 0xEF &&
+         static_cast<unsigned char>(text[index + 1]) == 0xBF &&
+         (static_cast<unsigned char>(text[index + 2]) & 0xFEU) == 0xBE;
+}
+
+// Attribute values lose their tabs and line ends to XML's attribute-value
+// normalisation unless they are written as character references; content
+// loses only its carriage returns.
+void appendEscaped(std::string& out, const std::string& text, bool attribute,
+                   const Tovra::Mdib::LocalizedText& owner) {
+  for (std::size_t index = 0; index < text.size(); ++index) {
+    const char c = text[index];
+    if (isForbiddenControl(static_cast<unsigned char>(c)) || isNonCharacterAt(text, index)) {
+      throw std::invalid_argument("the text of reference '" + owner.ref().get().value() +
+                                  "' holds a character that an XML file cannot carry");
+    }
+    switch (c) {
+      case '&':
+        out += "&amp;";
+        break;
+      case '<':
+        out += "&lt;";
+        break;
+      case '>':
+        out += "&gt;";
+        break;
+      case '"':
+        out += attribute ? "&quot;" : "\"";
+        break;
+      case '\r':
+        out += "&#13;";
+        break;
+      case '\n':
+        out += attribute ? "&#10;" : "\n";
+        break;
+      case '\t':
+        out += attribute ? "&#9;" : "\t";
+        break;
+      default:
+        out += c;
+    }
+  }
+}
+
+void appendAttribute(std::string& out, const char* name, const std::string& value,
+                     const Tovra::Mdib::LocalizedText& owner) {
+  out += ' ';
+  out += name;
+  out += "=\"";
+  appendEscaped(out, value, true, owner);
+  out += '"';
+}
+
+}  // namespace
+
+std::string writeCatalogue(const std::vector<Tovra::Mdib::LocalizedText>& texts) {
+  std::string out = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<pm:LocalizedTexts xmlns:pm=\"";
+  out += participantNamespace;
+  out += "\">\n";
+  for (const Tovra::Mdib::LocalizedText& text : texts) {
+    out += "  <pm:LocalizedText";
+    appendAttribute(out, "Ref", text.ref().get().value(), text);
+    if (text.lang()) {
+      appendAttribute(out, "Lang", text.lang()->tag(), text);
+    }
+    if (text.version()) {
+      appendAttribute(out, "Version", std::to_string(text.version()->get()), text);
+    }
+    if (text.textWidth()) {
+      appendAttribute(out, "TextWidth", textWidthToken(*text.textWidth()), text);
+    }
+    out += '>';
+    appendEscaped(out, text.text().value(), false, text);
+    out += "</pm:LocalizedText>\n";
+  }
+  out += "</pm:LocalizedTexts>\n";
+  return out;
+}
+
+}  // namespace Catalogue
+}  // namespace Zalt
