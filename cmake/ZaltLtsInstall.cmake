@@ -4,6 +4,9 @@
 # and, when the catalogue component was built:
 #   find_package(Zalt_Lts CONFIG REQUIRED COMPONENTS Catalogue)
 #   target_link_libraries(app PRIVATE Zalt::LtsCatalogue)
+# The package does not carry Boost: its config file looks for the Boost headers
+# 1.74 or newer on the consumer's machine, and names the known components when
+# asked for one it does not have (Zalt_LtsConfig.cmake.in).
 include(CMakePackageConfigHelpers)
 
 set(ZALT_LTS_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Zalt_Lts)

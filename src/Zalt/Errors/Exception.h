@@ -1,7 +1,7 @@
 // Zalt::Exception: the base of the library's exceptions. It carries a message
 // (returned alone by what()) and the source file and line of the statement
-// that threw. The library never throws it by itself; see
-// InternalConsistencyFailure.
+// that threw. It is never thrown as itself: the text stores throw
+// InternalConsistencyFailure, the catalogue library its CatalogueError.
 //
 //   try { store->add(texts); }
 //   catch (const Zalt::Exception& e) { log(e.what(), e.file(), e.line()); }
@@ -17,7 +17,8 @@ namespace Zalt {
 
 class ZALT_LTS_EXPORT Exception : public std::runtime_error {
 public:
-  // `file` must point at static text (a __FILE__ literal); it is stored, not copied.
+  // `file` is stored, not copied: it must outlive the exception and every copy
+  // of it, as a __FILE__ literal does.
   Exception(const std::string& message, const char* file, std::int32_t line);
 
   // The relative path of the source file that threw.

@@ -5,7 +5,7 @@
 //
 //   LocalizedTextFilter filter({LocalizedTextRef(Utf8("hr"))}, VersionCounter(3),
 //                              {LanguageTag("de-DE")}, {}, {});
-//   store->localizedTexts(filter);
+//   static_cast<LocalizedTextStoreImpl&>(*store).localizedTexts(filter);
 #pragma once
 
 #include <Tovra/Locale/LanguageTag.h>
