@@ -19,7 +19,7 @@ cd "$(dirname "$0")/.."
 
 list=scripts/mutations.txt
 filter=${1:-.}
-exclude='^(PackageConsumer|GuideSnippets)$'
+exclude='^(PackageConsumer|GuideBuilds)$'
 per_fault_timeout=600
 started=$(date +%s)
 

@@ -1,10 +1,12 @@
 // Zalt::Localization::Device::LocalizedTextStoreImpl: the device store behind
 // LocalizedTextStore::createLocalizedTextStore(). Besides the interface it
-// offers the filter query, localizedTexts, which answers a peer's request:
+// offers the filter query, localizedTexts, which answers a peer's request and
+// which the interface leaves off on purpose. Every store the factory makes is
+// one, so a provider reaches the query with a static_cast:
 //
 //   auto store = LocalizedTextStore::createLocalizedTextStore();
-//   auto& impl = static_cast<LocalizedTextStoreImpl&>(*store);
-//   impl.localizedTexts(filter);
+//   auto& provider = static_cast<LocalizedTextStoreImpl&>(*store);
+//   provider.localizedTexts(filter);
 //
 // It owns the core text table (a private base), one mutex and the set of
 // accepted languages. Neither copyable nor movable; share it by pointer.
@@ -44,7 +46,8 @@ public:
                                    const Tovra::Locale::LanguageTag& language) const override;
 
   // The MDIB texts that `filter` selects, in table order. Locks, so it sees
-  // the store before or after a whole add, never within one.
+  // the store before or after a whole add, never within one. Throws only what
+  // allocation and locking throw.
   std::vector<Tovra::Mdib::LocalizedText> localizedTexts(const LocalizedTextFilter& filter) const;
 
   // add's checks of one text, for tools that must learn a store's verdict on
