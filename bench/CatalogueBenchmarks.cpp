@@ -1,20 +1,31 @@
-// Benchmarks of the catalogue component on the benchmarks' catalogues: reading
-// one as an XML file, checking it, and, beside them in the same run, the one
-// add of the same texts that a device makes at start-up.
+// Benchmarks of the catalogue component on the benchmarks' catalogues, beside
+// the floor they are measured against in the same run: the one add of the same
+// texts, held in memory, that a device makes at start-up.
+//
+//   catalogue/add/N         the floor: one add of N texts from memory
+//   catalogue/read+add/N    reading the catalogue file and adding its texts
+//   catalogue/check/N       checking the texts read from the file
+//   catalogue/memory/N      peak heap while reading and checking, beside the
+//                           heap of a store that holds the texts
 //
 // They register themselves, and only when the catalogue library is built:
 //   zalt_lts_bench --benchmark_filter='^catalogue/'
+#include "AllocationCounter.h"
 #include "Catalogue.h"
 
 #include <Tovra/Mdib/LocalizedText.h>
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
+#include <Zalt/Catalogue/WriteCatalogue.h>
 #include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
 
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -23,73 +34,38 @@ namespace ZaltBench {
 namespace {
 
 using Tovra::Mdib::LocalizedText;
+using Zalt::Localization::Device::LocalizedTextStore;
 
-constexpr std::size_t catalogueSizes[] = {10000, 100000};
-
-std::string escaped(const std::string& text) {
-  std::string xml;
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        xml += "&amp;";
-        break;
-      case '<':
-        xml += "&lt;";
-        break;
-      default:
-        xml += c;
-    }
-  }
-  return xml;
-}
-
-const char* token(Tovra::Mdib::LocalizedTextWidth width) {
-  const char* const tokens[] = {"xs", "s", "m", "l", "xl", "xxl"};
-  return tokens[static_cast<std::size_t>(width)];
-}
-
-// One element per line, as a catalogue file written by a tool would be.
-std::string catalogueFile(const std::vector<LocalizedText>& texts) {
-  std::string xml =
-      "<Catalogue xmlns:pm='http://standards.ieee.org/downloads/11073/11073-10207-2017/participant'>\n";
-  for (const LocalizedText& text : texts) {
-    xml += "  <pm:LocalizedText Ref='" + escaped(text.ref().get().value()) + "' Lang='" + text.lang()->tag() +
-           "' Version='" + std::to_string(text.version()->get()) + "'";
-    if (text.textWidth()) {
-      xml += std::string(" TextWidth='") + token(*text.textWidth()) + "'";
-    }
-    xml += ">" + escaped(text.text().value()) + "</pm:LocalizedText>\n";
-  }
-  return xml + "</Catalogue>\n";
-}
+constexpr std::size_t catalogueSizes[] = {100000, 1000000};
 
 std::int64_t asCount(std::size_t count) { return static_cast<std::int64_t>(count); }
 
-void readFile(benchmark::State& state, std::size_t references) {
-  const std::string file = catalogueFile(makeCatalogue(references));
-  std::size_t texts = 0;
-  for (auto _ : state) {
-    texts = Zalt::Catalogue::readCatalogue(file, "catalogue.xml").texts.size();
+// The catalogue written once as a file, where a device maker's build keeps it.
+class CatalogueFile {
+public:
+  explicit CatalogueFile(std::size_t references)
+      : m_path((std::filesystem::temp_directory_path() /
+                ("zalt-lts-bench-" + std::to_string(references) + ".xml"))
+                   .string()) {
+    std::ofstream(m_path, std::ios::binary) << Zalt::Catalogue::writeCatalogue(makeCatalogue(references));
   }
-  state.SetItemsProcessed(state.iterations() * asCount(texts));
-  state.counters["file_bytes"] = static_cast<double>(file.size());
-}
+  ~CatalogueFile() { std::remove(m_path.c_str()); }
+  CatalogueFile(const CatalogueFile&) = delete;
+  CatalogueFile& operator=(const CatalogueFile&) = delete;
+  CatalogueFile(CatalogueFile&&) = delete;
+  CatalogueFile& operator=(CatalogueFile&&) = delete;
 
-void check(benchmark::State& state, std::size_t references) {
-  const Zalt::Catalogue::CatalogueTexts texts =
-      Zalt::Catalogue::readCatalogue(catalogueFile(makeCatalogue(references)), "catalogue.xml");
-  for (auto _ : state) {
-    if (!Zalt::Catalogue::checkCatalogue(texts).findings.empty()) {
-      state.SkipWithError("the benchmark catalogue has findings");
-    }
-  }
-  state.SetItemsProcessed(state.iterations() * asCount(texts.texts.size()));
-}
+  const std::string& path() const { return m_path; }
+  double bytes() const { return static_cast<double>(std::filesystem::file_size(m_path)); }
+
+private:
+  std::string m_path;
+};
 
 void addOnce(benchmark::State& state, std::size_t references) {
   const std::vector<LocalizedText> catalogue = makeCatalogue(references);
   for (auto _ : state) {
-    auto store = Zalt::Localization::Device::LocalizedTextStore::createLocalizedTextStore();
+    auto store = LocalizedTextStore::createLocalizedTextStore();
     store->add(catalogue);
     state.PauseTiming();
     store.reset();
@@ -98,19 +74,85 @@ void addOnce(benchmark::State& state, std::size_t references) {
   state.SetItemsProcessed(state.iterations() * asCount(catalogue.size()));
 }
 
+void readAndAdd(benchmark::State& state, std::size_t references) {
+  const CatalogueFile file(references);
+  std::size_t texts = 0;
+  for (auto _ : state) {
+    auto store = LocalizedTextStore::createLocalizedTextStore();
+    Zalt::Catalogue::CatalogueTexts catalogue = Zalt::Catalogue::readCatalogueFile(file.path());
+    texts = catalogue.texts.size();
+    store->add(Zalt::Catalogue::mdibTexts(std::move(catalogue.texts)));
+    state.PauseTiming();
+    store.reset();
+    state.ResumeTiming();
+  }
+  state.SetItemsProcessed(state.iterations() * asCount(texts));
+  state.counters["file_bytes"] = file.bytes();
+}
+
+void check(benchmark::State& state, std::size_t references) {
+  const CatalogueFile file(references);
+  const Zalt::Catalogue::CatalogueTexts catalogue = Zalt::Catalogue::readCatalogueFile(file.path());
+  for (auto _ : state) {
+    if (!Zalt::Catalogue::checkCatalogue(catalogue).findings.empty()) {
+      state.SkipWithError("the benchmark catalogue has findings");
+    }
+  }
+  state.SetItemsProcessed(state.iterations() * asCount(catalogue.texts.size()));
+}
+
+// Peak heap of what `zalt-lts-catalogue check` does, reading included, and of
+// checking texts already read, each against the heap of a store holding them.
+void memory(benchmark::State& state, std::size_t references) {
+  const CatalogueFile file(references);
+  std::size_t store = 0;
+  std::size_t readAndCheck = 0;
+  std::size_t checkOnly = 0;
+  for (auto _ : state) {
+    {
+      const std::size_t before = liveBytes();
+      auto filled = LocalizedTextStore::createLocalizedTextStore();
+      filled->add(makeCatalogue(references));
+      store = liveBytes() - before;
+    }
+    resetPeak();
+    const std::size_t before = liveBytes();
+    const Zalt::Catalogue::CatalogueTexts catalogue = Zalt::Catalogue::readCatalogueFile(file.path());
+    const std::size_t read = liveBytes() - before;
+    const std::size_t readPeak = peakBytes() - before;
+    resetPeak();
+    benchmark::DoNotOptimize(Zalt::Catalogue::checkCatalogue(catalogue));
+    checkOnly = peakBytes() - before;
+    readAndCheck = std::max(readPeak, checkOnly);
+    benchmark::DoNotOptimize(read);
+  }
+  const auto ratio = [store](std::size_t bytes) {
+    return static_cast<double>(bytes) / static_cast<double>(store);
+  };
+  state.counters["store_mb"] = static_cast<double>(store) / 1e6;
+  state.counters["read_and_check_peak_mb"] = static_cast<double>(readAndCheck) / 1e6;
+  state.counters["read_and_check_per_store"] = ratio(readAndCheck);
+  state.counters["check_peak_mb"] = static_cast<double>(checkOnly) / 1e6;
+  state.counters["check_per_store"] = ratio(checkOnly);
+}
+
 bool registerCatalogueBenchmarks() {
   for (const std::size_t texts : catalogueSizes) {
     const std::size_t references = referencesFor(texts);
     const std::string size = "/" + std::to_string(references * textsPerReference);
-    benchmark::RegisterBenchmark(("catalogue/read" + size).c_str(), readFile, references)
-        ->MinTime(0.5)
-        ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark(("catalogue/check" + size).c_str(), check, references)
-        ->MinTime(0.5)
-        ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark(("catalogue/add" + size).c_str(), addOnce, references)
-        ->MinTime(0.5)
-        ->Unit(benchmark::kMillisecond);
+    const auto timed = [&size, references](const std::string& name, auto function) {
+      const std::string fullName =
+          "catalogue/" + name + size;  // NOLINT(performance-inefficient-string-concatenation)
+      benchmark::RegisterBenchmark(fullName.c_str(), function, references)
+          ->Iterations(1)
+          ->Repetitions(3)
+          ->ReportAggregatesOnly(true)
+          ->Unit(benchmark::kMillisecond);
+    };
+    timed("add", addOnce);
+    timed("read+add", readAndAdd);
+    timed("check", check);
+    benchmark::RegisterBenchmark(("catalogue/memory" + size).c_str(), memory, references)->Iterations(1);
   }
   return true;
 }

@@ -35,6 +35,7 @@ std::string text(const std::string& ref, const std::string& lang, const std::str
 std::vector<Tovra::Mdib::LocalizedText> keptTexts(const CatalogueTexts& catalogue,
                                                   const std::vector<std::size_t>& kept) {
   std::vector<Tovra::Mdib::LocalizedText> texts;
+  texts.reserve(kept.size());
   for (const std::size_t index : kept) {
     texts.push_back(catalogue.texts.at(index).text);
   }
@@ -114,6 +115,28 @@ TEST(CatalogueCheck, NamesBothTheMissingAndTheExtraLanguagesOfOneReference) {
                 .findings.at(0)
                 .message,
             "reference 'b' version 1 lacks en-US, which the other references have");
+}
+
+TEST(CatalogueCheck, ACatalogueWithoutTextsIsAFindingThatPointsAtMisplacedElements) {
+  CatalogueTexts nothing;
+  nothing.files = {"a.xml", "b.xml"};
+  const auto bare = checkCatalogue(nothing);
+  ASSERT_EQ(bare.findings.size(), 1u);
+  EXPECT_EQ(bare.findings[0].kind, Finding::Kind::Empty);
+  EXPECT_EQ(bare.findings[0].location, (Zalt::Catalogue::SourceLocation{"a.xml", 0, 0}));
+  EXPECT_THAT(bare.findings[0].message, testing::HasSubstr("11073-10207-2017/participant'"));
+
+  CatalogueTexts misplaced = nothing;
+  misplaced.misplaced = {{{"a.xml", 2, 3}, "LocalizedText", "urn:typo"}, {{"b.xml", 5, 1}, "Text", ""}};
+  EXPECT_THAT(shown(checkCatalogue(misplaced).findings),
+              testing::ElementsAre(testing::MatchesRegex("2 empty: .*LocalizedText stands in the namespace "
+                                                         "'urn:typo', .*11073-10207-2017/participant'"),
+                                   testing::MatchesRegex("5 empty: .*Text stands in no namespace, "
+                                                         ".*11073-10207-2017/message'")));
+
+  CatalogueTexts someText = catalogue({text("a", "de-DE")});
+  someText.misplaced = misplaced.misplaced;
+  EXPECT_THAT(checkCatalogue(someText).findings, testing::IsEmpty());
 }
 
 }  // namespace

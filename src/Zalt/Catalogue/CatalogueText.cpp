@@ -1,5 +1,7 @@
 #include <Zalt/Catalogue/CatalogueText.h>
 
+#include <utility>
+
 namespace Zalt {
 namespace Catalogue {
 
@@ -9,6 +11,16 @@ std::vector<Tovra::Mdib::LocalizedText> mdibTexts(const std::vector<CatalogueTex
   for (const CatalogueText& entry : entries) {
     texts.push_back(entry.text);
   }
+  return texts;
+}
+
+std::vector<Tovra::Mdib::LocalizedText> mdibTexts(std::vector<CatalogueText>&& entries) {
+  std::vector<Tovra::Mdib::LocalizedText> texts;
+  texts.reserve(entries.size());
+  for (CatalogueText& entry : entries) {
+    texts.push_back(std::move(entry.text));
+  }
+  entries.clear();
   return texts;
 }
 

@@ -22,9 +22,11 @@ struct CatalogueText {
 };
 
 // The texts of `entries` in their order, without their places: what a device
-// store's add takes.
+// store's add takes. The rvalue form moves the texts out instead of copying.
 ZALT_LTSCATALOGUE_EXPORT std::vector<Tovra::Mdib::LocalizedText> mdibTexts(
     const std::vector<CatalogueText>& entries);
+ZALT_LTSCATALOGUE_EXPORT std::vector<Tovra::Mdib::LocalizedText> mdibTexts(
+    std::vector<CatalogueText>&& entries);
 
 }  // namespace Catalogue
 }  // namespace Zalt

@@ -1,194 +1,254 @@
 #include <Zalt/Catalogue/CheckCatalogue.h>
 
 #include <Zalt/Errors/InternalConsistencyFailure.h>
-#include <Zalt/Localization/Private/Common/LocalizedTextStore.h>
-#include <Zalt/Localization/Private/Common/LocalizedTextStoreKey.h>
+#include <Zalt/Localization/Private/Common/LanguageConsistencyCheck.h>
+#include <Zalt/Localization/Private/Common/LocalizedTextStoreKeyView.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
-#include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
+#include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStoreImpl.h>
 
 #include <algorithm>
-#include <cstddef>
 #include <map>
 #include <set>
-#include <sstream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace Zalt {
 namespace Catalogue {
 namespace {
 
+using Localization::Impl::LocalizedTextStoreKeyView;
 using Tovra::Locale::LanguageTag;
-using Tovra::Mdib::LocalizedTextRef;
 using Tovra::Mdib::VersionCounter;
-using Languages = std::set<LanguageTag>;
 using MdibText = Tovra::Mdib::LocalizedText;
+using Languages = std::vector<std::string_view>;
 
-// A fresh store per text gives the store's own verdict and message for that
-// text, as if every problem before it were fixed; its language check over a
-// single text always passes.
-boost::optional<std::string> rejection(const MdibText& text) {
-  const auto store = Localization::Device::LocalizedTextStore::createLocalizedTextStore();
-  try {
-    store->add(std::vector<MdibText>{text});
-  } catch (const InternalConsistencyFailure& failure) {
-    return std::string(failure.what());
-  } catch (const std::out_of_range& malformedUtf8) {
-    return std::string(malformedUtf8.what());
+const char* const participantNamespace =
+    "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant";
+const char* const messageNamespace = "http://standards.ieee.org/downloads/11073/11073-10207-2017/message";
+
+// A text that the store files: the store's key as views into the catalogue's
+// own text, and the text's index. Sorting these by key and then by index puts
+// the text that the store keeps first among those of equal key.
+struct FiledText {
+  LocalizedTextStoreKeyView key;
+  std::size_t index;
+
+  bool operator<(const FiledText& other) const {
+    const int byKey = Localization::Impl::compare(key, other.key);
+    return byKey != 0 ? byKey < 0 : index < other.index;
   }
-  return boost::none;
-}
+};
 
-Localization::Impl::LocalizedTextStoreKey keyOf(const MdibText& text) {
-  return {text.ref(), *text.lang(), *text.version(), text.textWidth(),
-          Localization::Impl::numberOfLineBreaks(text.text()) + 1};
-}
+// One reference in one version: its languages, sorted, and its first text in
+// catalogue order.
+struct Group {
+  std::string_view ref;
+  VersionCounter version;
+  Languages languages;
+  std::size_t firstText;
+};
 
 std::string listed(const Languages& languages) {
   std::string list;
-  for (const LanguageTag& language : languages) {
-    list += (list.empty() ? "" : ", ") + language.tag();
+  for (const std::string_view language : languages) {
+    list += (list.empty() ? "" : ", ") + std::string(language);
   }
   return list;
 }
 
 Languages without(const Languages& from, const Languages& removed) {
   Languages rest;
-  std::set_difference(from.begin(), from.end(), removed.begin(), removed.end(),
-                      std::inserter(rest, rest.end()));
+  std::set_difference(from.begin(), from.end(), removed.begin(), removed.end(), std::back_inserter(rest));
   return rest;
+}
+
+std::string languagesMessage(const Group& group, const Languages& missing, const Languages& extra) {
+  std::string message =
+      "reference '" + std::string(group.ref) + "' version " + std::to_string(group.version.get());
+  if (!missing.empty()) {
+    message += " lacks " + listed(missing) + ", which the other references have";
+  }
+  if (!missing.empty() && !extra.empty()) {
+    message += ", and has " + listed(extra) + ", which they lack";
+  } else if (!extra.empty()) {
+    message += " has " + listed(extra) + ", which the other references lack";
+  }
+  return message;
+}
+
+std::string misplacedMessage(const MisplacedElement& element) {
+  const char* const expected = element.name == "Text" ? messageNamespace : participantNamespace;
+  const std::string stands =
+      element.xmlNamespace.empty() ? "in no namespace" : "in the namespace '" + element.xmlNamespace + "'";
+  return "no localized text found: this " + element.name + " stands " + stands + ", a localized text in '" +
+         expected + "'";
 }
 
 class Checker {
 public:
-  explicit Checker(const CatalogueTexts& catalogue) : m_catalogue(catalogue), m_texts(catalogue.texts) {}
+  explicit Checker(const CatalogueTexts& catalogue) : m_catalogue(catalogue) {}
 
   CatalogueCheck run() && {
-    for (std::size_t index = 0; index < m_texts.size(); ++index) {
-      checkText(index);
+    if (m_catalogue.texts.empty()) {
+      reportEmpty();
+      return std::move(m_check);
     }
-    checkLanguages();
-    std::stable_sort(m_findings.begin(), m_findings.end(),
+    std::vector<FiledText> filed = judgeEach();
+    std::sort(filed.begin(), filed.end());
+    const std::vector<Group> groups = keepFirstOfEachKey(filed);
+    checkLanguages(groups);
+    std::stable_sort(m_byText.begin(), m_byText.end(),
                      [](const auto& lhs, const auto& rhs) { return lhs.first < rhs.first; });
-    CatalogueCheck check;
-    if (m_texts.empty()) {
-      check.findings.push_back(emptyFinding());
+    for (auto& finding : m_byText) {
+      m_check.findings.push_back(std::move(finding.second));
     }
-    for (auto& finding : m_findings) {
-      check.findings.push_back(std::move(finding.second));
-    }
-    checkConsistency(check.findings);
-    check.kept = std::move(m_kept);
-    return check;
+    checkConsistency(filed, groups);
+    std::sort(m_check.kept.begin(), m_check.kept.end());
+    return std::move(m_check);
   }
 
 private:
-  // The languages of one reference in one version, and its first text.
-  struct Group {
-    Languages languages;
-    std::size_t firstText;
-  };
-  using Groups = std::map<std::pair<LocalizedTextRef, VersionCounter>, Group>;
+  // The store's verdict on each text in catalogue order, with the languages
+  // that it has accepted so far, as one add of the whole catalogue meets them.
+  std::vector<FiledText> judgeEach() {
+    std::vector<FiledText> filed;
+    filed.reserve(m_catalogue.texts.size());
+    std::set<LanguageTag> knownLanguages;
+    for (std::size_t index = 0; index < m_catalogue.texts.size(); ++index) {
+      const MdibText& text = m_catalogue.texts[index].text;
+      try {
+        if (Localization::Device::LocalizedTextStoreImpl::validate(text, knownLanguages)) {
+          knownLanguages.insert(*text.lang());
+        }
+        const Localization::NumberOfLines lines = Localization::Impl::numberOfLineBreaks(text.text()) + 1;
+        filed.push_back(
+            {{text.ref().get().value(), text.lang()->tag(), *text.version(), text.textWidth(), lines},
+             index});
+      } catch (const InternalConsistencyFailure& failure) {
+        report(index, Finding::Kind::Rejected, failure.what());
+      } catch (const std::out_of_range& malformedUtf8) {
+        report(index, Finding::Kind::Rejected, malformedUtf8.what());
+      }
+    }
+    return filed;
+  }
 
-  void checkText(std::size_t index) {
-    const CatalogueText& entry = m_texts[index];
-    if (const boost::optional<std::string> message = rejection(entry.text)) {
-      report(index, Finding::Kind::Rejected, *message);
-      return;
+  // Walks the filed texts in key order: the first of equal keys is kept, the
+  // others dropped. Collects the languages of each reference and version.
+  std::vector<Group> keepFirstOfEachKey(const std::vector<FiledText>& filed) {
+    std::vector<Group> groups;
+    std::map<VersionCounter, Group> ofReference;
+    std::size_t keptIndex = 0;
+    for (std::size_t at = 0; at < filed.size(); ++at) {
+      const FiledText& text = filed[at];
+      if (at > 0 && Localization::Impl::compare(filed[at - 1].key, text.key) == 0) {
+        reportDropped(text.index, keptIndex);
+        continue;
+      }
+      keptIndex = text.index;
+      if (!ofReference.empty() && ofReference.begin()->second.ref != text.key.ref) {
+        moveGroups(ofReference, groups);
+      }
+      m_check.kept.push_back(text.index);
+      Group& group =
+          ofReference.emplace(text.key.version, Group{text.key.ref, text.key.version, {}, text.index})
+              .first->second;
+      if (group.languages.empty() || group.languages.back() != text.key.languageTag) {
+        group.languages.push_back(text.key.languageTag);
+      }
+      group.firstText = std::min(group.firstText, text.index);
     }
-    const auto first = m_firstOfKey.emplace(keyOf(entry.text), index);
-    if (!first.second) {
-      report(index, Finding::Kind::Dropped,
-             "dropped: the text at " + place(first.first->second) +
-                 " has the same reference, language, version, width and number of lines");
-      return;
+    moveGroups(ofReference, groups);
+    return groups;
+  }
+
+  static void moveGroups(std::map<VersionCounter, Group>& ofReference, std::vector<Group>& groups) {
+    for (auto& version : ofReference) {
+      groups.push_back(std::move(version.second));
     }
-    m_table.insert(entry.text);
-    m_kept.push_back(index);
-    m_groups.emplace(std::make_pair(entry.text.ref(), *entry.text.version()), Group{{}, index})
-        .first->second.languages.insert(*entry.text.lang());
+    ofReference.clear();
   }
 
   // The languages that at least half of the references and versions have are
   // the ones expected of each: one forgotten translation is reported where it
   // is missing, not as an extra language of every other reference.
-  void checkLanguages() {
-    std::map<LanguageTag, std::size_t> groupsWith;
-    for (const auto& group : m_groups) {
-      for (const LanguageTag& language : group.second.languages) {
+  void checkLanguages(const std::vector<Group>& groups) {
+    std::map<std::string_view, std::size_t> groupsWith;
+    for (const Group& group : groups) {
+      for (const std::string_view language : group.languages) {
         ++groupsWith[language];
       }
     }
     Languages expected;
     for (const auto& count : groupsWith) {
-      if (2 * count.second >= m_groups.size()) {
-        expected.insert(count.first);
+      if (2 * count.second >= groups.size()) {
+        expected.push_back(count.first);
       }
     }
-    for (const auto& group : m_groups) {
-      const Languages missing = without(expected, group.second.languages);
-      const Languages extra = without(group.second.languages, expected);
+    for (const Group& group : groups) {
+      const Languages missing = without(expected, group.languages);
+      const Languages extra = without(group.languages, expected);
       if (!missing.empty() || !extra.empty()) {
-        report(group.second.firstText, Finding::Kind::Languages,
-               languagesMessage(group.first.first, group.first.second, missing, extra));
+        report(group.firstText, Finding::Kind::Languages, languagesMessage(group, missing, extra));
       }
     }
   }
 
-  static std::string languagesMessage(const LocalizedTextRef& ref, const VersionCounter& version,
-                                      const Languages& missing, const Languages& extra) {
-    std::ostringstream message;
-    message << "reference '" << ref.get().value() << "' version " << version.get();
-    if (!missing.empty()) {
-      message << " lacks " << listed(missing) << ", which the other references have";
+  // The store's own check over the kept texts in its key order gives its
+  // message; the finding stands at the first text of the reference and
+  // version that the message names first.
+  void checkConsistency(const std::vector<FiledText>& filed, const std::vector<Group>& groups) {
+    Localization::Impl::LanguageConsistencyCheck check;
+    for (const FiledText& each : filed) {
+      const MdibText& text = m_catalogue.texts[each.index].text;
+      if (!check.visit(text.ref(), *text.lang(), *text.version())) {
+        break;
+      }
     }
-    if (!missing.empty() && !extra.empty()) {
-      message << ", and has " << listed(extra) << ", which they lack";
-    } else if (!extra.empty()) {
-      message << " has " << listed(extra) << ", which the other references lack";
+    if (check.finish()) {
+      return;
     }
-    return message.str();
+    const std::string_view ref = check.mismatchedRef().get().value();
+    const auto offender = std::find_if(groups.begin(), groups.end(), [&](const Group& group) {
+      return group.ref == ref && group.version == check.mismatchedVersion();
+    });
+    m_check.findings.push_back(
+        {Finding::Kind::Inconsistent, m_catalogue.texts[offender->firstText].location, check.mismatch()});
   }
 
-  // The message is the store's own; its place is that of the reference and
-  // version that the store's check names first: the first, by reference and
-  // ascending version, whose languages differ from the first one's.
-  void checkConsistency(std::vector<Finding>& findings) const {
-    try {
-      m_table.checkConsistency();
-    } catch (const InternalConsistencyFailure& failure) {
-      const Languages& reference = m_groups.begin()->second.languages;
-      const auto offender = std::find_if(m_groups.begin(), m_groups.end(), [&](const auto& group) {
-        return group.second.languages != reference;
-      });
-      const std::size_t at = offender != m_groups.end() ? offender->second.firstText : 0;
-      findings.push_back({Finding::Kind::Inconsistent, m_texts[at].location, failure.what()});
+  void reportEmpty() {
+    if (m_catalogue.misplaced.empty()) {
+      const SourceLocation location{m_catalogue.files.empty() ? std::string() : m_catalogue.files.front(), 0,
+                                    0};
+      m_check.findings.push_back(
+          {Finding::Kind::Empty, location,
+           std::string("no localized text found: texts are LocalizedText elements of '") +
+               participantNamespace + "' or Text elements of a GetLocalizedTextResponse of '" +
+               messageNamespace + "'"});
+      return;
+    }
+    for (const MisplacedElement& element : m_catalogue.misplaced) {
+      m_check.findings.push_back({Finding::Kind::Empty, element.location, misplacedMessage(element)});
     }
   }
 
-  void report(std::size_t index, Finding::Kind kind, const std::string& message) {
-    m_findings.emplace_back(index, Finding{kind, m_texts[index].location, message});
+  void reportDropped(std::size_t index, std::size_t keptIndex) {
+    const SourceLocation& kept = m_catalogue.texts[keptIndex].location;
+    report(index, Finding::Kind::Dropped,
+           "dropped: the text at " + kept.file + ':' + std::to_string(kept.line) +
+               " has the same reference, language, version, width and number of lines");
   }
 
-  std::string place(std::size_t index) const {
-    const SourceLocation& location = m_texts[index].location;
-    return location.file + ':' + std::to_string(location.line);
-  }
-
-  Finding emptyFinding() const {
-    const SourceLocation location{m_catalogue.files.empty() ? std::string() : m_catalogue.files.front(), 0,
-                                  0};
-    return {Finding::Kind::Empty, location, "no localized text found"};
+  void report(std::size_t index, Finding::Kind kind, std::string message) {
+    m_byText.emplace_back(index, Finding{kind, m_catalogue.texts[index].location, std::move(message)});
   }
 
   const CatalogueTexts& m_catalogue;
-  const std::vector<CatalogueText>& m_texts;
-  std::vector<std::pair<std::size_t, Finding>> m_findings;
-  std::map<Localization::Impl::LocalizedTextStoreKey, std::size_t> m_firstOfKey;
-  Localization::Impl::LocalizedTextStore m_table;
-  Groups m_groups;
-  std::vector<std::size_t> m_kept;
+  // Findings with the index of the text they stand at, for catalogue order.
+  std::vector<std::pair<std::size_t, Finding>> m_byText;
+  CatalogueCheck m_check;
 };
 
 }  // namespace

@@ -21,15 +21,17 @@ bool haveSameTags(const LanguageSet& lhs, const LanguageSet& rhs) {
 
 }  // namespace
 
-bool LanguageConsistencyCheck::visit(const LocalizedTextStoreKey& key) {
+bool LanguageConsistencyCheck::visit(const Tovra::Mdib::LocalizedTextRef& ref,
+                                     const Tovra::Locale::LanguageTag& languageTag,
+                                     const Tovra::Mdib::VersionCounter& version) {
   if (!m_mismatch.empty()) {
     return false;
   }
-  if (m_ref != nullptr && key.ref != *m_ref && !checkReference()) {
+  if (m_ref != nullptr && ref != *m_ref && !checkReference()) {
     return false;
   }
-  m_ref = &key.ref;
-  m_languagesByVersion[key.version].insert(std::cref(key.languageTag));
+  m_ref = &ref;
+  m_languagesByVersion[version].insert(std::cref(languageTag));
   return true;
 }
 
@@ -54,6 +56,7 @@ bool LanguageConsistencyCheck::checkReference() {
           << " in relation to " << keyForm(*m_expectedRef, m_expectedVersion) << " with "
           << languageSetForm(m_expectedLanguages);
       m_mismatch = out.str();
+      m_mismatchedVersion = version;
       return false;
     }
   }

@@ -1,7 +1,9 @@
 // Zalt::Localization::Impl::LanguageConsistencyCheck: one walk of the core
 // store's table that finds the first reference and version whose languages
 // differ from those of the first reference's lowest version. It reads keys
-// only and throws nothing; the store turns a mismatch into its exception.
+// only and throws nothing; the store turns a mismatch into its exception, and
+// the catalogue checker, which walks its own keys in the same order, reports
+// the same words.
 //
 //   LanguageConsistencyCheck check;
 //   for (auto it = table.begin(); it != table.end() && check.visit(it->first); ++it) {
@@ -13,6 +15,7 @@
 #include <Tovra/Mdib/LocalizedTextRef.h>
 #include <Tovra/Mdib/VersionCounter.h>
 #include <Zalt/Localization/Private/Common/LocalizedTextStoreKey.h>
+#include <Zalt/LtsExport.h>
 
 #include <functional>
 #include <map>
@@ -23,19 +26,25 @@ namespace Zalt {
 namespace Localization {
 namespace Impl {
 
-// The sets refer to the tags inside the table's keys, so the check copies no
-// tag; the keys must outlive it.
-class LanguageConsistencyCheck {
+// The sets refer to the references and tags that the caller visits, so the
+// check copies none; they must outlive it.
+class ZALT_LTS_EXPORT LanguageConsistencyCheck {
 public:
   // Keys must come in table order, which keeps each reference's keys together.
   // False once a mismatch has been found; later keys are not looked at.
-  bool visit(const LocalizedTextStoreKey& key);
+  bool visit(const LocalizedTextStoreKey& key) { return visit(key.ref, key.languageTag, key.version); }
+  bool visit(const Tovra::Mdib::LocalizedTextRef& ref, const Tovra::Locale::LanguageTag& languageTag,
+             const Tovra::Mdib::VersionCounter& version);
 
   // Checks the reference visited last. False if it or an earlier one mismatched.
   bool finish();
 
   // The first mismatch, worded for the store's exception; empty while there is none.
   const std::string& mismatch() const { return m_mismatch; }
+  // The reference and version that the mismatch names first; meaningful only
+  // once mismatch() is not empty.
+  const Tovra::Mdib::LocalizedTextRef& mismatchedRef() const { return *m_ref; }
+  const Tovra::Mdib::VersionCounter& mismatchedVersion() const { return m_mismatchedVersion; }
 
 private:
   using LanguageSet = std::set<std::reference_wrapper<const Tovra::Locale::LanguageTag>, std::less<>>;
@@ -48,6 +57,7 @@ private:
   Tovra::Mdib::VersionCounter m_expectedVersion;
   LanguageSet m_expectedLanguages;
   std::string m_mismatch;
+  Tovra::Mdib::VersionCounter m_mismatchedVersion;
 };
 
 }  // namespace Impl

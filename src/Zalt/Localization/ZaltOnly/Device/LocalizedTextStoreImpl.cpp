@@ -48,9 +48,17 @@ std::vector<Tovra::Mdib::LocalizedText> LocalizedTextStoreImpl::localizedTexts(
 }
 
 // The text is only read; the core table keeps its own copy. A language is
-// remembered only once its text has passed every check, and its form is
-// checked only the first time it is met.
+// remembered only once its text has passed every check.
 void LocalizedTextStoreImpl::addNoLock(Tovra::Mdib::LocalizedText&& text) {
+  if (validate(text, knownLanguages)) {
+    knownLanguages.insert(*text.lang());
+  }
+  insert(text);
+}
+
+// A language's form is checked only the first time it is met.
+bool LocalizedTextStoreImpl::validate(const Tovra::Mdib::LocalizedText& text,
+                                      const std::set<Tovra::Locale::LanguageTag>& knownLanguages) {
   if (!text.lang()) {
     ZALT_THROW(InternalConsistencyFailure, "Cannot add localized text without language");
   }
@@ -61,15 +69,15 @@ void LocalizedTextStoreImpl::addNoLock(Tovra::Mdib::LocalizedText&& text) {
     ZALT_THROW(InternalConsistencyFailure, "Cannot add localized text without reference");
   }
   const Tovra::Locale::LanguageTag& language = *text.lang();
-  if (knownLanguages.find(language) == knownLanguages.end()) {
-    if (!language.is2LetterLangAnd2LetterCountry()) {
-      ZALT_THROW(InternalConsistencyFailure,
-                 "Invalid language tag (expected ll-CC (language + country), like 'en-US'), got: "
-                     << language.tag());
-    }
-    knownLanguages.insert(language);
+  if (knownLanguages.find(language) != knownLanguages.end()) {
+    return false;
   }
-  insert(text);
+  if (!language.is2LetterLangAnd2LetterCountry()) {
+    ZALT_THROW(
+        InternalConsistencyFailure,
+        "Invalid language tag (expected ll-CC (language + country), like 'en-US'), got: " << language.tag());
+  }
+  return true;
 }
 
 }  // namespace Device

@@ -47,6 +47,15 @@ public:
   // the store before or after a whole add, never within one.
   std::vector<Tovra::Mdib::LocalizedText> localizedTexts(const LocalizedTextFilter& filter) const;
 
+  // add's checks of one text, for tools that must learn a store's verdict on
+  // many texts without filing them: throws InternalConsistencyFailure with
+  // add's message where add would reject `text`, given that a store has
+  // accepted `knownLanguages`. Returns true if the text's language is new to
+  // them, which add then remembers. The text's content is not looked at:
+  // malformed UTF-8 surfaces only when the text is filed (numberOfLineBreaks).
+  static bool validate(const Tovra::Mdib::LocalizedText& text,
+                       const std::set<Tovra::Locale::LanguageTag>& knownLanguages);
+
 private:
   // Validates and files one text; the caller holds `mutex`, and an accepted
   // language joins `knownLanguages`.
