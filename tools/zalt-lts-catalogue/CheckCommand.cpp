@@ -11,24 +11,21 @@
 namespace ZaltCatalogueTool {
 namespace {
 
-using Zalt::Catalogue::CatalogueCheck;
 using Zalt::Catalogue::Finding;
 
-void printText(const CatalogueCheck& result, std::size_t texts) {
-  for (const Finding& finding : result.findings) {
-    std::cout << finding.location.file << ':' << finding.location.line << ": " << finding.message << '\n';
-  }
+void printText(const std::vector<Finding>& reported, std::size_t texts) {
+  printPlaced(std::cout, reported);
   std::cout << "check: " << texts << " texts, ";
-  if (result.findings.empty()) {
+  if (reported.empty()) {
     std::cout << "no findings\n";
   } else {
-    std::cout << result.findings.size() << (result.findings.size() == 1 ? " finding\n" : " findings\n");
+    std::cout << reported.size() << (reported.size() == 1 ? " finding\n" : " findings\n");
   }
 }
 
-void printJson(const CatalogueCheck& result, std::size_t texts) {
+void printJson(const std::vector<Finding>& reported, std::size_t texts) {
   nlohmann::json findings = nlohmann::json::array();
-  for (const Finding& finding : result.findings) {
+  for (const Finding& finding : reported) {
     findings.push_back({{"file", finding.location.file},
                         {"line", finding.location.line},
                         {"column", finding.location.column},
@@ -36,24 +33,30 @@ void printJson(const CatalogueCheck& result, std::size_t texts) {
                         {"message", finding.message}});
   }
   const nlohmann::json document = {{"texts", texts}, {"findings", findings}};
-  // Texts, references and file names are the catalogue's bytes, which need not be UTF-8.
+  // Texts, references and file names are the catalogue's bytes, which need not
+  // be UTF-8; a build script's parser must still get a document it can read.
   std::cout << document.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
 }
 
 }  // namespace
 
 int check(const std::vector<std::string>& files, bool json) {
-  const auto texts = loadCatalogue(files);
-  if (!texts) {
-    return unreadable;
-  }
-  const CatalogueCheck result = Zalt::Catalogue::checkCatalogue(*texts);
+  LoadedCatalogue loaded = loadCatalogue(files);
+  const bool unreadable = !loaded.problems.empty();
+  // With a file missing, the rest would be checked as if its texts were meant
+  // to be absent, with a languages finding for every reference; only the file
+  // problems are worth reading then.
+  const std::vector<Finding> reported =
+      unreadable ? std::move(loaded.problems) : Zalt::Catalogue::checkCatalogue(loaded.catalogue).findings;
   if (json) {
-    printJson(result, texts->texts.size());
+    printJson(reported, loaded.catalogue.texts.size());
   } else {
-    printText(result, texts->texts.size());
+    printText(reported, loaded.catalogue.texts.size());
   }
-  return result.findings.empty() ? success : findings;
+  if (unreadable) {
+    return failure;
+  }
+  return reported.empty() ? success : findings;
 }
 
 }  // namespace ZaltCatalogueTool

@@ -10,6 +10,7 @@
 #include <iomanip>
 #include <iostream>
 #include <map>
+#include <string>
 
 namespace ZaltCatalogueTool {
 namespace {
@@ -41,12 +42,16 @@ std::string shown(const Utf8& text) {
   return escaped + '"';
 }
 
+bool isOfAskedReference(const Tovra::Mdib::LocalizedText& text, const FitRequest& request) {
+  return !request.ref || text.ref().get().value() == *request.ref;
+}
+
 // Each reference with its newest kept version, or the one asked for.
 std::map<LocalizedTextRef, VersionCounter> referencesToShow(
     const std::vector<Tovra::Mdib::LocalizedText>& kept, const FitRequest& request) {
   std::map<LocalizedTextRef, VersionCounter> versions;
   for (const Tovra::Mdib::LocalizedText& text : kept) {
-    if (request.ref && text.ref().get().value() != *request.ref) {
+    if (!isOfAskedReference(text, request)) {
       continue;
     }
     const VersionCounter version = request.version ? *request.version : *text.version();
@@ -54,6 +59,32 @@ std::map<LocalizedTextRef, VersionCounter> referencesToShow(
     found->second = std::max(found->second, version);
   }
   return versions;
+}
+
+// Why no row could show a text, or none. A table of "nothing fits" would
+// hide that the request names what the catalogue does not hold at all.
+boost::optional<std::string> unanswerable(const std::vector<Tovra::Mdib::LocalizedText>& kept,
+                                          const FitRequest& request) {
+  const auto anyKept = [&kept](const auto& predicate) {
+    return std::any_of(kept.begin(), kept.end(), predicate);
+  };
+  if (kept.empty()) {
+    return std::string("no text is kept; see 'zalt-lts-catalogue check'");
+  }
+  if (!anyKept([&request](const auto& text) { return isOfAskedReference(text, request); })) {
+    return "no kept text has the reference '" + *request.ref + "'";
+  }
+  if (request.version && !anyKept([&request](const auto& text) {
+        return isOfAskedReference(text, request) && *text.version() == *request.version;
+      })) {
+    return "no kept text " + (request.ref ? "of the reference '" + *request.ref + "' " : std::string()) +
+           "has the version " + std::to_string(request.version->get());
+  }
+  const LanguageTag language(request.language);
+  if (!anyKept([&language](const auto& text) { return *text.lang() == language; })) {
+    return "no kept text has the language '" + request.language + "'";
+  }
+  return boost::none;
 }
 
 std::vector<std::vector<std::string>> answers(const LocalizedTextStore& store,
@@ -96,19 +127,25 @@ void printTable(const std::vector<std::vector<std::string>>& rows) {
 }  // namespace
 
 int fit(const std::vector<std::string>& files, const FitRequest& request) {
-  const auto texts = loadCatalogue(files);
-  if (!texts) {
-    return unreadable;
+  const LoadedCatalogue loaded = loadCatalogue(files);
+  if (!loaded.problems.empty()) {
+    printPlaced(std::cerr, loaded.problems);
+    return failure;
   }
-  const Zalt::Catalogue::CatalogueCheck checked = Zalt::Catalogue::checkCatalogue(*texts);
+  const Zalt::Catalogue::CatalogueCheck checked = Zalt::Catalogue::checkCatalogue(loaded.catalogue);
   if (!checked.findings.empty()) {
     std::cerr << "warning: " << checked.findings.size()
-              << " findings (see 'zalt-lts-catalogue check'); answers come from the texts a store keeps\n";
+              << (checked.findings.size() == 1 ? " finding" : " findings")
+              << " (see 'zalt-lts-catalogue check'); answers come from the texts a store keeps\n";
   }
   std::vector<Tovra::Mdib::LocalizedText> kept;
   kept.reserve(checked.kept.size());
   for (const std::size_t index : checked.kept) {
-    kept.push_back(texts->texts[index].text);
+    kept.push_back(loaded.catalogue.texts[index].text);
+  }
+  if (const auto reason = unanswerable(kept, request)) {
+    std::cerr << "fit: " << *reason << '\n';
+    return findings;
   }
   const auto store = LocalizedTextStore::createLocalizedTextStore();
   try {
@@ -116,12 +153,7 @@ int fit(const std::vector<std::string>& files, const FitRequest& request) {
   } catch (const Zalt::InternalConsistencyFailure&) {
     // Reported above; the language check runs after every text is filed, so the store still answers.
   }
-  const auto references = referencesToShow(kept, request);
-  if (references.empty()) {
-    std::cerr << "no text of reference '" << *request.ref << "' is kept\n";
-    return findings;
-  }
-  printTable(answers(*store, references, request));
+  printTable(answers(*store, referencesToShow(kept, request), request));
   return success;
 }
 

@@ -1,17 +1,29 @@
-// Reads the files of one catalogue, in order, reporting every file that
-// cannot be read or parsed on stderr.
+// Reads the files of one catalogue, in order, collecting the problems of every
+// file so that one run reports them all.
 #pragma once
 
 #include <Zalt/Catalogue/CatalogueTexts.h>
+#include <Zalt/Catalogue/Finding.h>
 
-#include <boost/optional.hpp>
-
+#include <iosfwd>
 #include <string>
 #include <vector>
 
 namespace ZaltCatalogueTool {
 
-// None when any file failed; each failure has been reported.
-boost::optional<Zalt::Catalogue::CatalogueTexts> loadCatalogue(const std::vector<std::string>& files);
+// The file name "-" stands for standard input, which texts and problems name thus.
+inline constexpr const char* standardInputName = "<stdin>";
+
+struct LoadedCatalogue {
+  // The texts of the files without problems.
+  Zalt::Catalogue::CatalogueTexts catalogue;
+  // Every problem of every file, of kind File, in the order of the files.
+  std::vector<Zalt::Catalogue::Finding> problems;
+};
+
+LoadedCatalogue loadCatalogue(const std::vector<std::string>& files);
+
+// One "FILE:LINE:COLUMN: message" line per finding.
+void printPlaced(std::ostream& out, const std::vector<Zalt::Catalogue::Finding>& findings);
 
 }  // namespace ZaltCatalogueTool

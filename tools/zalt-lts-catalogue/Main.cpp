@@ -10,6 +10,9 @@
 #include <Zalt/Catalogue/TextWidthTokens.h>
 
 #include <CLI/CLI.hpp>
+// CLI11 can show an option's value through operator<<, which boost::optional
+// declares only here.
+#include <boost/optional/optional_io.hpp>
 
 #include <cstdint>
 #include <exception>
@@ -21,72 +24,92 @@ namespace {
 
 using namespace ZaltCatalogueTool;
 
+const char* const filesHelp =
+    "Catalogue files, read in order as one catalogue; - reads standard input, which messages name <stdin>";
+
+std::string exitStatusFooter() {
+  std::string footer = "Exit statuses:";
+  for (const ExitStatus& status : exitStatuses) {
+    footer += "\n  " + std::to_string(status.code) + "  " + status.meaning;
+  }
+  return footer;
+}
+
+// The reader's own tokens; CLI11 alone would also take a width's number.
+CLI::Validator widthToken() {
+  const auto& tokens = Zalt::Catalogue::textWidthTokens();
+  std::string names;
+  for (const auto& token : tokens) {
+    names += (names.empty() ? "" : ", ") + token.first;
+  }
+  return (CLI::IsMember(tokens) & CLI::Transformer(tokens)).description("one of " + names);
+}
+
 int run(int argc, char** argv) {
-  CLI::App app("Checks localized-text catalogues against the rules of the device store.");
+  CLI::App app("Checks localized-text catalogues against the rules of the device store.",
+               "zalt-lts-catalogue");
+  app.set_version_flag("--version", std::string("zalt-lts-catalogue ") + ZALT_LTS_CATALOGUE_VERSION,
+                       "Print the tool's version and exit");
+  app.footer(exitStatusFooter());
   app.require_subcommand(1);
 
   std::vector<std::string> files;
   bool json = false;
   CLI::App* checkCommand = app.add_subcommand(
       "check", "Report every problem that a device store would meet; exit 1 if there is any.");
-  checkCommand->add_option("files", files, "Catalogue files, read in order as one catalogue")->required();
-  checkCommand->add_flag("--json", json, "Print the findings as JSON");
+  checkCommand->add_option("files", files, filesHelp)->required();
+  checkCommand->add_flag("--json", json,
+                         "Print one JSON document {texts, findings: [{file, line, column, kind, message}]}, "
+                         "file problems too; a wrong command line prints none");
 
   FitRequest request;
-  std::string width;
-  std::string ref;
-  std::uint64_t version = 0;
   CLI::App* fitCommand =
       app.add_subcommand("fit", "Show the text that a device store answers for each reference.");
-  fitCommand->add_option("files", files, "Catalogue files, read in order as one catalogue")->required();
+  fitCommand->add_option("files", files, filesHelp)->required();
   fitCommand->add_option("--lang", request.language, "Language tag, such as de-DE")->required();
-  CLI::Option* widthOption = fitCommand->add_option("--width", width, "Display width: xs, s, m, l, xl or xxl")
-                                 ->check(CLI::IsMember({"xs", "s", "m", "l", "xl", "xxl"}));
-  Zalt::Localization::NumberOfLines lines = 0;
-  CLI::Option* linesOption =
-      fitCommand->add_option("--lines", lines, "Number of lines the display has room for");
-  CLI::Option* refOption = fitCommand->add_option("--ref", ref, "Only this reference");
-  CLI::Option* versionOption =
-      fitCommand->add_option("--version", version, "This version instead of the newest");
+  fitCommand->add_option("--width", request.width, "Display width")->transform(widthToken());
+  fitCommand->add_option("--lines", request.lines, "Number of lines the display has room for");
+  fitCommand->add_option("--ref", request.ref, "Only this reference");
+  fitCommand->add_option_function<std::uint64_t>(
+      "--ref-version",
+      [&request](std::uint64_t version) { request.version = Tovra::Mdib::VersionCounter(version); },
+      "This version instead of the newest");
 
   CLI::App* statsCommand = app.add_subcommand("stats", "Count texts, references, versions and languages.");
-  statsCommand->add_option("files", files, "Catalogue files, read in order as one catalogue")->required();
+  statsCommand->add_option("files", files, filesHelp)->required();
 
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    const int status = app.exit(error);
-    return status == 0 ? success : unreadable;
+    return app.exit(error) == 0 ? success : failure;
   }
-
   if (checkCommand->parsed()) {
     return check(files, json);
   }
   if (fitCommand->parsed()) {
-    if (*widthOption) {
-      request.width = Zalt::Catalogue::textWidthFromToken(width);
-    }
-    if (*linesOption) {
-      request.lines = lines;
-    }
-    if (*refOption) {
-      request.ref = ref;
-    }
-    if (*versionOption) {
-      request.version = Tovra::Mdib::VersionCounter(version);
-    }
     return fit(files, request);
   }
   return stats(files);
+}
+
+// A gate whose report did not reach its file must not pass: a full disk
+// fails the command, whatever it found.
+int afterWritingOutput(int status) {
+  std::cout.flush();
+  if (std::cout) {
+    return status;
+  }
+  std::cerr << "zalt-lts-catalogue: cannot write to standard output\n";
+  return failure;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   try {
-    return run(argc, argv);
+    return afterWritingOutput(run(argc, argv));
   } catch (const std::exception& error) {
     std::cerr << "zalt-lts-catalogue: " << error.what() << '\n';
-    return unreadable;
+    return afterWritingOutput(failure);
   }
 }

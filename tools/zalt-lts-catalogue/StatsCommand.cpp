@@ -66,12 +66,13 @@ void print(const Counts& counts, std::size_t kept, std::size_t read) {
 }  // namespace
 
 int stats(const std::vector<std::string>& files) {
-  const auto texts = loadCatalogue(files);
-  if (!texts) {
-    return unreadable;
+  const LoadedCatalogue loaded = loadCatalogue(files);
+  if (!loaded.problems.empty()) {
+    printPlaced(std::cerr, loaded.problems);
+    return failure;
   }
-  const std::vector<std::size_t> kept = Zalt::Catalogue::checkCatalogue(*texts).kept;
-  print(count(texts->texts, kept), kept.size(), texts->texts.size());
+  const std::vector<std::size_t> kept = Zalt::Catalogue::checkCatalogue(loaded.catalogue).kept;
+  print(count(loaded.catalogue.texts, kept), kept.size(), loaded.catalogue.texts.size());
   return success;
 }
 
