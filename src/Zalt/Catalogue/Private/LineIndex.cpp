@@ -6,7 +6,7 @@ namespace Zalt {
 namespace Catalogue {
 namespace Impl {
 
-LineIndex::LineIndex(const std::string& content) : m_content(content), m_lineStarts{0} {
+LineIndex::LineIndex(std::string_view content) : m_content(content), m_lineStarts{0} {
   for (std::size_t i = 0; i < content.size(); ++i) {
     const bool crlf = content[i] == '\r' && i + 1 < content.size() && content[i + 1] == '\n';
     if (crlf) {

@@ -1,0 +1,36 @@
+#include <Zalt/Catalogue/Private/NamespaceScope.h>
+
+#include <utility>
+
+namespace Zalt {
+namespace Catalogue {
+namespace Impl {
+
+NamespaceScope::NamespaceScope() {
+  m_bindings["xml"].emplace_back("http://www.w3.org/XML/1998/namespace");
+}
+
+void NamespaceScope::enterElement() { m_elementStarts.push_back(m_declared.size()); }
+
+void NamespaceScope::leaveElement() {
+  const std::size_t start = m_elementStarts.back();
+  m_elementStarts.pop_back();
+  while (m_declared.size() > start) {
+    m_bindings[m_declared.back()].pop_back();
+    m_declared.pop_back();
+  }
+}
+
+void NamespaceScope::declare(std::string_view prefix, std::string uri) {
+  m_bindings[prefix].push_back(std::move(uri));
+  m_declared.push_back(prefix);
+}
+
+const std::string* NamespaceScope::namespaceOf(std::string_view prefix) const {
+  const auto found = m_bindings.find(prefix);
+  return found == m_bindings.end() || found->second.empty() ? nullptr : &found->second.back();
+}
+
+}  // namespace Impl
+}  // namespace Catalogue
+}  // namespace Zalt
