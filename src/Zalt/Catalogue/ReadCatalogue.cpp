@@ -33,7 +33,8 @@ using Tovra::Mdib::VersionCounter;
 
 const std::string_view participantNamespace =
     "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant";
-const std::string_view messageNamespace = "http://standards.ieee.org/downloads/11073/11073-10207-2017/message";
+const std::string_view messageNamespace =
+    "http://standards.ieee.org/downloads/11073/11073-10207-2017/message";
 const std::string_view xmlnsNamespace = "http://www.w3.org/2000/xmlns/";
 const std::string_view xmlPrefixNamespace = "http://www.w3.org/XML/1998/namespace";
 
@@ -81,7 +82,8 @@ struct ExpandedName {
 };
 
 bool operator<(const ExpandedName& lhs, const ExpandedName& rhs) {
-  return std::tie(lhs.xmlNamespace, lhs.local, lhs.qualified) < std::tie(rhs.xmlNamespace, rhs.local, rhs.qualified);
+  return std::tie(lhs.xmlNamespace, lhs.local, lhs.qualified) <
+         std::tie(rhs.xmlNamespace, rhs.local, rhs.qualified);
 }
 
 // The unprefixed attributes of a text element, each the first of its name.
@@ -138,7 +140,8 @@ private:
     // ValueDecoder decodes them. White space alone is a text like any other.
     const unsigned int options = pugi::parse_cdata | pugi::parse_ws_pcdata | pugi::parse_doctype;
     pugi::xml_document tree;
-    const pugi::xml_parse_result parsed = tree.load_buffer_inplace(m_document, m_size, options, pugi::encoding_utf8);
+    const pugi::xml_parse_result parsed =
+        tree.load_buffer_inplace(m_document, m_size, options, pugi::encoding_utf8);
     if (!parsed) {
       const auto offset = static_cast<std::size_t>(parsed.offset);
       m_problems.dropFrom(offset);
@@ -206,9 +209,10 @@ private:
         }
         return false;
       case pugi::node_doctype:
-        m_problems.add(doctypeOffset(node),
-                       "a document type declaration is not allowed in a catalogue file (nothing is expanded or "
-                       "fetched)");
+        m_problems.add(
+            doctypeOffset(node),
+            "a document type declaration is not allowed in a catalogue file (nothing is expanded or "
+            "fetched)");
         return false;
       default:
         return false;
@@ -241,7 +245,8 @@ private:
     reportDuplicateAttributes();
     if (frame.isText) {
       m_catalogue.texts.push_back(textOf(element, textAttributes));
-    } else if (name.local == "LocalizedText" || (name.local == "Text" && !isIn(xmlNamespace, messageNamespace))) {
+    } else if (name.local == "LocalizedText" ||
+               (name.local == "Text" && !isIn(xmlNamespace, messageNamespace))) {
       noteMisplaced(element, name.local, xmlNamespace);
     }
     m_frames.push_back(frame);
@@ -258,7 +263,8 @@ private:
 
   QualifiedName qualifiedName(const char* name) {
     if (!isQualifiedName(name)) {
-      m_problems.add(offsetOf(name), "'" + std::string(name) + "' is not a name with namespaces (PREFIX:NAME)");
+      m_problems.add(offsetOf(name),
+                     "'" + std::string(name) + "' is not a name with namespaces (PREFIX:NAME)");
     }
     return split(name);
   }
@@ -267,8 +273,8 @@ private:
   const std::string* namespaceOfPrefix(const QualifiedName& name, const char* written) {
     const std::string* const found = m_scope.namespaceOf(name.prefix);
     if (found == nullptr && !name.prefix.empty()) {
-      m_problems.add(offsetOf(written),
-                     "prefix '" + std::string(name.prefix) + "' of '" + written + "' has no namespace declaration");
+      m_problems.add(offsetOf(written), "prefix '" + std::string(name.prefix) + "' of '" + written +
+                                            "' has no namespace declaration");
     }
     return found == nullptr || found->empty() ? nullptr : found;
   }
@@ -307,8 +313,8 @@ private:
       }
       const std::string* const xmlNamespace =
           name.prefix.empty() ? nullptr : namespaceOfPrefix(name, attribute.name());
-      m_attributes.push_back({xmlNamespace != nullptr ? std::string_view(*xmlNamespace) : name.prefix, name.local,
-                              attribute.name()});
+      m_attributes.push_back({xmlNamespace != nullptr ? std::string_view(*xmlNamespace) : name.prefix,
+                              name.local, attribute.name()});
       const char** slot =
           textAttributes != nullptr && name.prefix.empty() ? textAttributes->slotFor(name.local) : nullptr;
       if (slot != nullptr) {
@@ -415,7 +421,8 @@ private:
   // The first element of each name and namespace is enough to tell a user
   // which namespace the texts were meant to have.
   void noteMisplaced(const pugi::xml_node& element, std::string_view local, const std::string* xmlNamespace) {
-    const std::string_view uri = xmlNamespace != nullptr ? std::string_view(*xmlNamespace) : std::string_view();
+    const std::string_view uri =
+        xmlNamespace != nullptr ? std::string_view(*xmlNamespace) : std::string_view();
     for (const MisplacedElement& known : m_catalogue.misplaced) {
       if (known.name == local && known.xmlNamespace == uri) {
         return;
@@ -455,7 +462,9 @@ CatalogueTexts readCatalogue(std::string content, const std::string& fileName) {
   return DocumentReader(&content[start], content.size() - start, fileName, problems).read();
 }
 
-CatalogueTexts readCatalogueFile(const std::string& path) { return readCatalogue(Impl::fileContent(path), path); }
+CatalogueTexts readCatalogueFile(const std::string& path) {
+  return readCatalogue(Impl::fileContent(path), path);
+}
 
 }  // namespace Catalogue
 }  // namespace Zalt

@@ -11,7 +11,9 @@ namespace {
 const char* const participantNamespace =
     "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant";
 
-bool isForbiddenControl(unsigned char byte) { return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r'; }
+bool isForbiddenControl(unsigned char byte) {
+  return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
+}
 
 // U+FFFE and U+FFFF are valid UTF-8 but no XML character.
 bool isNonCharacterAt(const std::string& text, std::size_t index) {

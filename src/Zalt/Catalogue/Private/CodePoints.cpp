@@ -44,8 +44,9 @@ std::size_t sequenceLength(const unsigned char* at, const unsigned char* end) {
 }  // namespace
 
 bool isXmlCharacter(char32_t codePoint) {
-  return codePoint == '\t' || codePoint == '\n' || codePoint == '\r' || (codePoint >= 0x20 && codePoint <= 0xD7FF) ||
-         (codePoint >= 0xE000 && codePoint <= 0xFFFD) || (codePoint >= 0x10000 && codePoint <= 0x10FFFF);
+  return codePoint == '\t' || codePoint == '\n' || codePoint == '\r' ||
+         (codePoint >= 0x20 && codePoint <= 0xD7FF) || (codePoint >= 0xE000 && codePoint <= 0xFFFD) ||
+         (codePoint >= 0x10000 && codePoint <= 0x10FFFF);
 }
 
 void appendUtf8(std::string& out, char32_t codePoint) {

@@ -66,7 +66,9 @@ boost::optional<EncodingDeclaration> declaredEncoding(std::string_view document)
 
 bool equalsIgnoringAsciiCase(std::string_view lhs, std::string_view rhs) {
   return lhs.size() == rhs.size() && std::equal(lhs.begin(), lhs.end(), rhs.begin(), [](char a, char b) {
-           const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+           const auto lower = [](char c) {
+             return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+           };
            return lower(a) == lower(b);
          });
 }
@@ -80,8 +82,8 @@ bool isSupported(std::string_view name) {
 }
 
 void convertLatin1(std::string& content) {
-  const auto high = static_cast<std::size_t>(
-      std::count_if(content.begin(), content.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; }));
+  const auto high = static_cast<std::size_t>(std::count_if(
+      content.begin(), content.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; }));
   if (high == 0) {
     return;
   }
@@ -128,7 +130,8 @@ private:
   char32_t unitAt(std::size_t at) const {
     const auto first = static_cast<unsigned char>(m_bytes[at]);
     const auto second = static_cast<unsigned char>(m_bytes[at + 1]);
-    return m_bigEndian ? static_cast<char32_t>(first << 8U | second) : static_cast<char32_t>(second << 8U | first);
+    return m_bigEndian ? static_cast<char32_t>(first << 8U | second)
+                       : static_cast<char32_t>(second << 8U | first);
   }
 
   const std::string& m_bytes;

@@ -19,9 +19,9 @@ struct FileCloser {
 };
 
 [[noreturn]] void failToRead(const std::string& path, int error) {
-  throw CatalogueError({Finding{Finding::Kind::File, {path, 0, 0}, std::string("cannot be read: ") +
-                                                                     std::strerror(error)}},
-                       __FILE__, __LINE__);
+  throw CatalogueError(
+      {Finding{Finding::Kind::File, {path, 0, 0}, std::string("cannot be read: ") + std::strerror(error)}},
+      __FILE__, __LINE__);
 }
 
 // A pipe or a file that grows while it is read has no size to trust; the

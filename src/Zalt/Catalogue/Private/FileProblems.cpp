@@ -24,7 +24,8 @@ std::vector<Finding> FileProblems::findings(LineIndex& lines, const std::string&
   result.reserve(m_problems.size());
   for (Problem& problem : m_problems) {
     const SourcePosition position = lines.locate(problem.offset);
-    result.push_back({Finding::Kind::File, {fileName, position.line, position.column}, std::move(problem.message)});
+    result.push_back(
+        {Finding::Kind::File, {fileName, position.line, position.column}, std::move(problem.message)});
   }
   return result;
 }

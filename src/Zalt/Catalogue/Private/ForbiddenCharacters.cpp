@@ -7,7 +7,9 @@ namespace Catalogue {
 namespace Impl {
 namespace {
 
-bool isForbiddenControl(unsigned char byte) { return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r'; }
+bool isForbiddenControl(unsigned char byte) {
+  return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
+}
 
 // EF BF BE and EF BF BF encode U+FFFE and U+FFFF.
 bool isNonCharacterAt(std::string_view document, std::size_t at) {

@@ -6,9 +6,7 @@ namespace Zalt {
 namespace Catalogue {
 namespace Impl {
 
-NamespaceScope::NamespaceScope() {
-  m_bindings["xml"].emplace_back("http://www.w3.org/XML/1998/namespace");
-}
+NamespaceScope::NamespaceScope() { m_bindings["xml"].emplace_back("http://www.w3.org/XML/1998/namespace"); }
 
 void NamespaceScope::enterElement() { m_elementStarts.push_back(m_declared.size()); }
 
