@@ -149,6 +149,9 @@ TEST(CatalogueReader, RefusesWhatXmlOrACatalogueDoesNotAllowAtItsPlace) {
   } cases[] = {
       {open() + "<pm:LocalizedText Ref='a' Lang='en' Ref='b'/></c>",
        {problem(2, 37, "attribute 'Ref' appears twice on one element")}},
+      {open() + "<e a='1' b='1' c='1' d='1' e='1' f='1' g='1' h='1' i='1' a='2' i='3'/></c>",
+       {problem(2, 58, "attribute 'a' appears twice on one element"),
+        problem(2, 64, "attribute 'i' appears twice on one element")}},
       {open() + "<e xmlns:a='urn:x' xmlns:b='urn:x' a:k='1' b:k='2'/></c>",
        {problem(2, 44, "attribute 'b:k' is the attribute 'a:k' again")}},
       {open() + text + "a&nbsp;b" + close, {problem(2, 28, "entity '&nbsp;" + undefined)}},

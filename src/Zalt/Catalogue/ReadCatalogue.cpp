@@ -64,26 +64,27 @@ QualifiedName split(std::string_view name) {
   return {name.substr(0, colon), name.substr(colon + 1)};
 }
 
-bool isQualifiedName(std::string_view name) {
-  const QualifiedName parts = split(name);
-  return !parts.local.empty() && parts.local.find(':') == std::string_view::npos &&
-         (parts.prefix.data() == nullptr || !parts.prefix.empty());
-}
-
 bool isNamespaceDeclaration(const QualifiedName& name) {
   return name.prefix == "xmlns" || (name.prefix.empty() && name.local == "xmlns");
 }
 
-// An attribute by its namespace and local name: two of one element must differ.
-struct ExpandedName {
-  std::string_view xmlNamespace;
-  std::string_view local;
+// An attribute of the element being entered, its name split once.
+struct Attribute {
   const char* qualified;
+  QualifiedName name;
+  const char* value;
+  // With the local name, what two attributes of one element must not share:
+  // the namespace ("" for none), or the prefix where it is undeclared.
+  std::string_view xmlNamespace;
 };
 
-bool operator<(const ExpandedName& lhs, const ExpandedName& rhs) {
-  return std::tie(lhs.xmlNamespace, lhs.local, lhs.qualified) <
-         std::tie(rhs.xmlNamespace, rhs.local, rhs.qualified);
+bool isSameAttribute(const Attribute& lhs, const Attribute& rhs) {
+  return lhs.name.local == rhs.name.local && lhs.xmlNamespace == rhs.xmlNamespace;
+}
+
+bool operator<(const Attribute& lhs, const Attribute& rhs) {
+  return std::tie(lhs.xmlNamespace, lhs.name.local, lhs.qualified) <
+         std::tie(rhs.xmlNamespace, rhs.name.local, rhs.qualified);
 }
 
 // The unprefixed attributes of a text element, each the first of its name.
@@ -117,6 +118,7 @@ public:
         m_decoder(document, problems) {}
 
   CatalogueTexts read() {
+    reserveTexts();
     if (Impl::reportForbiddenCharacters(std::string_view(m_document, m_size), m_problems)) {
       parseAndWalk();
     }
@@ -132,6 +134,13 @@ private:
     bool isResponse;
     bool isText;
   };
+
+  // A text is an element, and an element of a catalogue file a start and an
+  // end tag; reserving for that many spares moving every text read so far
+  // each time the vector grows, the largest cost of reading after the parse.
+  void reserveTexts() {
+    m_catalogue.texts.reserve(static_cast<std::size_t>(std::count(m_document, m_document + m_size, '<')) / 2);
+  }
 
   void parseAndWalk() {
     const std::size_t outsideRoot = textOutsideTheRoot();
@@ -229,8 +238,8 @@ private:
 
   void enterElement(const pugi::xml_node& element) {
     m_scope.enterElement();
-    m_attributes.clear();
-    declareNamespaces(element);
+    collectAttributes(element);
+    declareNamespaces();
     const QualifiedName name = qualifiedName(element.name());
     const std::string* const xmlNamespace = namespaceOfPrefix(name, element.name());
     const bool parentIsResponse = !m_frames.empty() && m_frames.back().isResponse;
@@ -241,7 +250,7 @@ private:
       m_problems.add(startOf(element), "a second root element: a catalogue file has one");
     }
     TextAttributes textAttributes;
-    checkAttributes(element, frame.isText ? &textAttributes : nullptr);
+    checkAttributes(frame.isText ? &textAttributes : nullptr);
     reportDuplicateAttributes();
     if (frame.isText) {
       m_catalogue.texts.push_back(textOf(element, textAttributes));
@@ -261,12 +270,15 @@ private:
     return xmlNamespace != nullptr && *xmlNamespace == wanted;
   }
 
-  QualifiedName qualifiedName(const char* name) {
-    if (!isQualifiedName(name)) {
-      m_problems.add(offsetOf(name),
-                     "'" + std::string(name) + "' is not a name with namespaces (PREFIX:NAME)");
+  QualifiedName qualifiedName(const char* written) {
+    const QualifiedName name = split(written);
+    const bool valid = !name.local.empty() && name.local.find(':') == std::string_view::npos &&
+                       (name.prefix.data() == nullptr || !name.prefix.empty());
+    if (!valid) {
+      m_problems.add(offsetOf(written),
+                     "'" + std::string(written) + "' is not a name with namespaces (PREFIX:NAME)");
     }
-    return split(name);
+    return name;
   }
 
   // The namespace of a qualified element or attribute name; nullptr for none.
@@ -279,17 +291,26 @@ private:
     return found == nullptr || found->empty() ? nullptr : found;
   }
 
-  void declareNamespaces(const pugi::xml_node& element) {
+  void collectAttributes(const pugi::xml_node& element) {
+    m_attributes.clear();
     for (const pugi::xml_attribute attribute : element.attributes()) {
-      const QualifiedName name = split(attribute.name());
-      if (!isNamespaceDeclaration(name)) {
+      m_attributes.push_back({attribute.name(), qualifiedName(attribute.name()), attribute.value(), {}});
+    }
+  }
+
+  // A declaration applies to the element that holds it and to its other
+  // attributes, so all of them come first.
+  void declareNamespaces() {
+    for (Attribute& attribute : m_attributes) {
+      if (!isNamespaceDeclaration(attribute.name)) {
         continue;
       }
-      const std::string_view prefix = name.prefix.empty() ? std::string_view() : name.local;
+      const std::string_view prefix =
+          attribute.name.prefix.empty() ? std::string_view() : attribute.name.local;
       std::string uri;
-      m_decoder.appendAttributeValue(attribute.value(), &uri);
-      checkDeclaration(prefix, uri, attribute.name());
-      m_attributes.push_back({xmlnsNamespace, prefix, attribute.name()});
+      m_decoder.appendAttributeValue(attribute.value, &uri);
+      checkDeclaration(prefix, uri, attribute.qualified);
+      attribute.xmlNamespace = xmlnsNamespace;
       m_scope.declare(prefix, std::move(uri));
     }
   }
@@ -305,43 +326,55 @@ private:
 
   // Checks every attribute but the namespace declarations; keeps the text
   // attributes of a text element for textOf, which decodes them.
-  void checkAttributes(const pugi::xml_node& element, TextAttributes* textAttributes) {
-    for (const pugi::xml_attribute attribute : element.attributes()) {
-      const QualifiedName name = qualifiedName(attribute.name());
+  void checkAttributes(TextAttributes* textAttributes) {
+    for (Attribute& attribute : m_attributes) {
+      const QualifiedName& name = attribute.name;
       if (isNamespaceDeclaration(name)) {
         continue;
       }
       const std::string* const xmlNamespace =
-          name.prefix.empty() ? nullptr : namespaceOfPrefix(name, attribute.name());
-      m_attributes.push_back({xmlNamespace != nullptr ? std::string_view(*xmlNamespace) : name.prefix,
-                              name.local, attribute.name()});
+          name.prefix.empty() ? nullptr : namespaceOfPrefix(name, attribute.qualified);
+      attribute.xmlNamespace = xmlNamespace != nullptr ? std::string_view(*xmlNamespace) : name.prefix;
       const char** slot =
           textAttributes != nullptr && name.prefix.empty() ? textAttributes->slotFor(name.local) : nullptr;
       if (slot != nullptr) {
-        *slot = attribute.value();
+        *slot = attribute.value;
       } else {
-        m_decoder.appendAttributeValue(attribute.value(), nullptr);
+        m_decoder.appendAttributeValue(attribute.value, nullptr);
       }
     }
   }
 
+  // An element has a handful of attributes, whose names mostly differ in
+  // length, so comparing each with each costs less than sorting; sorting
+  // keeps an element with a great many of them linear.
   void reportDuplicateAttributes() {
-    if (m_attributes.size() < 2) {
+    const std::size_t fewAttributes = 8;
+    if (m_attributes.size() <= fewAttributes) {
+      for (std::size_t again = 1; again < m_attributes.size(); ++again) {
+        for (std::size_t first = 0; first < again; ++first) {
+          if (isSameAttribute(m_attributes[first], m_attributes[again])) {
+            reportDuplicate(m_attributes[first], m_attributes[again]);
+            break;
+          }
+        }
+      }
       return;
     }
     std::sort(m_attributes.begin(), m_attributes.end());
-    for (std::size_t i = 1; i < m_attributes.size(); ++i) {
-      const ExpandedName& first = m_attributes[i - 1];
-      const ExpandedName& again = m_attributes[i];
-      if (first.xmlNamespace != again.xmlNamespace || first.local != again.local) {
-        continue;
+    for (std::size_t again = 1; again < m_attributes.size(); ++again) {
+      if (isSameAttribute(m_attributes[again - 1], m_attributes[again])) {
+        reportDuplicate(m_attributes[again - 1], m_attributes[again]);
       }
-      const std::string name = again.qualified;
-      m_problems.add(offsetOf(again.qualified),
-                     std::strcmp(first.qualified, again.qualified) == 0
-                         ? "attribute '" + name + "' appears twice on one element"
-                         : "attribute '" + name + "' is the attribute '" + first.qualified + "' again");
     }
+  }
+
+  void reportDuplicate(const Attribute& first, const Attribute& again) {
+    const std::string name = again.qualified;
+    m_problems.add(offsetOf(again.qualified),
+                   std::strcmp(first.qualified, again.qualified) == 0
+                       ? "attribute '" + name + "' appears twice on one element"
+                       : "attribute '" + name + "' is the attribute '" + first.qualified + "' again");
   }
 
   CatalogueText textOf(const pugi::xml_node& element, const TextAttributes& attributes) {
@@ -449,7 +482,7 @@ private:
   Impl::ValueDecoder m_decoder;
   Impl::NamespaceScope m_scope;
   std::vector<Frame> m_frames;
-  std::vector<ExpandedName> m_attributes;
+  std::vector<Attribute> m_attributes;
   int m_roots = 0;
   CatalogueTexts m_catalogue;
 };

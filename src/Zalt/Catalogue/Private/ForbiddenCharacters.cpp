@@ -1,5 +1,6 @@
 #include <Zalt/Catalogue/Private/ForbiddenCharacters.h>
 
+#include <Zalt/Catalogue/Private/ByteSearch.h>
 #include <Zalt/Catalogue/Private/CodePoints.h>
 
 namespace Zalt {
@@ -25,12 +26,9 @@ void reportForbidden(std::size_t offset, char32_t codePoint, FileProblems& probl
 
 bool reportForbiddenCharacters(std::string_view document, FileProblems& problems) {
   bool parseable = true;
-  for (std::size_t at = 0; at < document.size(); ++at) {
+  for (std::size_t at = findByte(document, 0, 0x20, 0xEF); at < document.size();
+       at = findByte(document, at + 1, 0x20, 0xEF)) {
     const auto byte = static_cast<unsigned char>(document[at]);
-    // One comparison for the common byte; the rare ones are looked at closely.
-    if (byte >= 0x20 && byte != 0xEF) {
-      continue;
-    }
     if (isForbiddenControl(byte)) {
       reportForbidden(at, byte, problems);
       parseable = parseable && byte != 0;

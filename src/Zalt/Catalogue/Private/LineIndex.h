@@ -34,6 +34,8 @@ public:
   SourcePosition locate(std::size_t offset);
 
 private:
+  std::size_t lineIndexOf(std::size_t offset) const;
+
   std::string_view m_content;
   std::vector<std::size_t> m_lineStarts;
   std::size_t m_lastOffset = 0;

@@ -33,7 +33,8 @@ public:
   // for the default namespace means no namespace.
   void declare(std::string_view prefix, std::string uri);
 
-  // The namespace bound to `prefix`, or nullptr if none is.
+  // The namespace bound to `prefix`, or nullptr if none is. The pointer is
+  // valid until the next declare() or leaveElement().
   const std::string* namespaceOf(std::string_view prefix) const;
 
 private:
@@ -42,6 +43,11 @@ private:
   // number of them declared before it.
   std::vector<std::string_view> m_declared;
   std::vector<std::size_t> m_elementStarts;
+  // Most elements of a file use the prefix of the one before, bound by the
+  // same declaration: the last answer saves the hash lookup.
+  mutable std::string_view m_lastPrefix;
+  mutable const std::string* m_lastNamespace = nullptr;
+  mutable bool m_lastValid = false;
 };
 
 }  // namespace Impl

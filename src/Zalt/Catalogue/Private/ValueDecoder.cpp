@@ -16,7 +16,7 @@ namespace {
 // runs. NUL ends a value.
 using ByteSet = std::array<bool, 256>;
 
-ByteSet byteSet(std::string_view bytes) {
+constexpr ByteSet byteSet(std::string_view bytes) {
   ByteSet set{};
   set[0] = true;
   for (const char c : bytes) {
@@ -25,11 +25,8 @@ ByteSet byteSet(std::string_view bytes) {
   return set;
 }
 
-const ByteSet& specialBytes(bool attribute) {
-  static const ByteSet content = byteSet("&\r]");
-  static const ByteSet attributeValue = byteSet("&\r\n\t<");
-  return attribute ? attributeValue : content;
-}
+constexpr ByteSet contentBytes = byteSet("&\r]");
+constexpr ByteSet attributeBytes = byteSet("&\r\n\t<");
 
 void append(std::string* out, const char* begin, const char* end) {
   if (out != nullptr) {
@@ -93,7 +90,7 @@ void ValueDecoder::appendCdata(const char* data, std::string& out) {
 
 template <bool attribute>
 void ValueDecoder::decode(const char* data, std::string* out) {
-  const ByteSet& special = specialBytes(attribute);
+  const ByteSet& special = attribute ? attributeBytes : contentBytes;
   const char* run = data;
   const char* at = data;
   for (;; ++at) {
