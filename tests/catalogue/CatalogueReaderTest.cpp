@@ -380,6 +380,8 @@ TEST(CatalogueReader, ReadsBackWhatItWrites) {
                     LanguageTag("de-DE"), LocalizedTextRef(Utf8(" a\tb\nc\r\"'<&>")), VersionCounter(7),
                     LocalizedTextWidth::ExtraSmall),
       LocalizedText(Utf8(""), boost::none, LocalizedTextRef(Utf8("")), boost::none, boost::none),
+      LocalizedText(Utf8("Temp\xE9rature"), LanguageTag("fr-FR"), LocalizedTextRef(Utf8("t")), boost::none,
+                    boost::none),
       LocalizedText(Utf8("  \n  "), LanguageTag(" en\tUS "), LocalizedTextRef(Utf8("r")),
                     VersionCounter(18446744073709551615u), LocalizedTextWidth::ExtraExtraLarge),
   };
@@ -390,6 +392,9 @@ TEST(CatalogueReader, ReadsBackWhatItWrites) {
   }
   EXPECT_THROW(Zalt::Catalogue::writeCatalogue({LocalizedText(Utf8("bell\a"))}), std::invalid_argument);
   EXPECT_THROW(Zalt::Catalogue::writeCatalogue({LocalizedText(Utf8("\xEF\xBF\xBE"))}), std::invalid_argument);
+  EXPECT_THROW(Zalt::Catalogue::writeCatalogue({LocalizedText(Utf8("t"), LanguageTag("e\xE9"), LocalizedTextRef(),
+                                                              boost::none, boost::none)}),
+               std::invalid_argument);
 }
 
 TEST(CatalogueReader, ReportsAFileThatCannotBeRead) {
