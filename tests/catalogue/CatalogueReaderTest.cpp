@@ -392,8 +392,8 @@ TEST(CatalogueReader, ReadsBackWhatItWrites) {
   }
   EXPECT_THROW(Zalt::Catalogue::writeCatalogue({LocalizedText(Utf8("bell\a"))}), std::invalid_argument);
   EXPECT_THROW(Zalt::Catalogue::writeCatalogue({LocalizedText(Utf8("\xEF\xBF\xBE"))}), std::invalid_argument);
-  EXPECT_THROW(Zalt::Catalogue::writeCatalogue({LocalizedText(Utf8("t"), LanguageTag("e\xE9"), LocalizedTextRef(),
-                                                              boost::none, boost::none)}),
+  EXPECT_THROW(Zalt::Catalogue::writeCatalogue({LocalizedText(Utf8("t"), LanguageTag("e\xE9"),
+                                                              LocalizedTextRef(), boost::none, boost::none)}),
                std::invalid_argument);
 }
 
