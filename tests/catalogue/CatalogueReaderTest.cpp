@@ -13,11 +13,11 @@
 namespace Zalt {
 namespace Catalogue {
 
-void PrintTo(const SourceLocation& location, std::ostream* out) {
-  *out << location.file << ':' << location.line << ':' << location.column;
+std::ostream& operator<<(std::ostream& out, const SourceLocation& location) {
+  return out << location.file << ':' << location.line << ':' << location.column;
 }
 
-void PrintTo(const Finding& finding, std::ostream* out) { *out << placed(finding); }
+std::ostream& operator<<(std::ostream& out, const Finding& finding) { return out << placed(finding); }
 
 }  // namespace Catalogue
 }  // namespace Zalt
@@ -203,7 +203,7 @@ TEST(CatalogueReader, RefusesWhatXmlOrACatalogueDoesNotAllowAtItsPlace) {
       {"<?xml version='1.0' encoding='Shift_JIS'?>\n<c/>",
        {problem(1, 31,
                 "encoding 'Shift_JIS' is not supported: a catalogue file is UTF-8, UTF-16 or ISO-8859-1")}},
-      {"<?xml version=\"1.0\" encoding=\"windows-1252\"?><c/>",
+      {R"(<?xml version="1.0" encoding="windows-1252"?><c/>)",
        {problem(
            1, 31,
            "encoding 'windows-1252' is not supported: a catalogue file is UTF-8, UTF-16 or ISO-8859-1")}},
@@ -288,7 +288,9 @@ std::string latin1(const std::string& utf8) {
   std::string bytes;
   for (std::size_t i = 0; i < utf8.size(); ++i) {
     const auto lead = static_cast<unsigned char>(utf8[i]);
-    bytes += lead < 0x80 ? utf8[i] : static_cast<char>((lead & 0x3U) << 6U | (utf8[++i] & 0x3FU));
+    bytes += lead < 0x80
+                 ? utf8[i]
+                 : static_cast<char>((lead & 0x3U) << 6U | (static_cast<unsigned char>(utf8[++i]) & 0x3FU));
   }
   return bytes;
 }

@@ -126,6 +126,7 @@ public:
       throw CatalogueError(m_problems.findings(m_lines, m_fileName), __FILE__, __LINE__);
     }
     m_catalogue.files.push_back(m_fileName);
+    releaseUnusedTexts();
     return std::move(m_catalogue);
   }
 
@@ -140,6 +141,14 @@ private:
   // each time the vector grows, the largest cost of reading after the parse.
   void reserveTexts() {
     m_catalogue.texts.reserve(static_cast<std::size_t>(std::count(m_document, m_document + m_size, '<')) / 2);
+  }
+
+  // A document of many elements and few texts (a whole MDIB, say) must not
+  // keep the room reserved for texts it does not have.
+  void releaseUnusedTexts() {
+    if (m_catalogue.texts.capacity() / 2 > m_catalogue.texts.size()) {
+      m_catalogue.texts.shrink_to_fit();
+    }
   }
 
   void parseAndWalk() {

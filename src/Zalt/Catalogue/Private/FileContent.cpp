@@ -30,7 +30,8 @@ struct FileCloser {
 std::size_t expectedSize(const std::string& path) {
   std::error_code unknown;
   const std::uintmax_t size = std::filesystem::file_size(path, unknown);
-  return unknown ? 64 * 1024 : static_cast<std::size_t>(size) + 1;
+  const std::size_t chunk = std::size_t{64} * 1024;
+  return unknown ? chunk : static_cast<std::size_t>(size) + 1;
 }
 
 }  // namespace
