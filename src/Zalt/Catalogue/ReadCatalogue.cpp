@@ -1,18 +1,25 @@
 #include <Zalt/Catalogue/ReadCatalogue.h>
 
 #include <Zalt/Catalogue/CatalogueError.h>
+#include <Zalt/Catalogue/Private/CodePoints.h>
+#include <Zalt/Catalogue/Private/DocumentEncoding.h>
+#include <Zalt/Catalogue/Private/FileContent.h>
+#include <Zalt/Catalogue/Private/FileProblems.h>
+#include <Zalt/Catalogue/Private/ForbiddenCharacters.h>
 #include <Zalt/Catalogue/Private/LineIndex.h>
+#include <Zalt/Catalogue/Private/NamespaceScope.h>
+#include <Zalt/Catalogue/Private/ValueDecoder.h>
 #include <Zalt/Catalogue/TextWidthTokens.h>
 
 #include <pugixml.hpp>
 
-#include <cerrno>
+#include <algorithm>
 #include <charconv>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <string_view>
+#include <tuple>
 #include <utility>
+#include <vector>
 
 namespace Zalt {
 namespace Catalogue {
@@ -24,174 +31,481 @@ using Tovra::Mdib::LocalizedTextRef;
 using Tovra::Mdib::LocalizedTextWidth;
 using Tovra::Mdib::VersionCounter;
 
-const char* const participantNamespace =
+const std::string_view participantNamespace =
     "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant";
-const char* const messageNamespace = "http://standards.ieee.org/downloads/11073/11073-10207-2017/message";
+const std::string_view messageNamespace =
+    "http://standards.ieee.org/downloads/11073/11073-10207-2017/message";
+const std::string_view xmlnsNamespace = "http://www.w3.org/2000/xmlns/";
+const std::string_view xmlPrefixNamespace = "http://www.w3.org/XML/1998/namespace";
 
-const char* localName(const pugi::xml_node& element) {
-  const char* colon = std::strchr(element.name(), ':');
-  return colon != nullptr ? colon + 1 : element.name();
-}
-
-// pugixml does not resolve namespaces: look for the nearest declaration of
-// the element's prefix (or of the default namespace) on it or an ancestor.
-std::string namespaceOf(const pugi::xml_node& element) {
-  const char* colon = std::strchr(element.name(), ':');
-  const std::string declaration =
-      colon != nullptr ? "xmlns:" + std::string(element.name(), colon) : std::string("xmlns");
-  for (pugi::xml_node node = element; node; node = node.parent()) {
-    if (const pugi::xml_attribute declared = node.attribute(declaration.c_str())) {
-      return declared.value();
-    }
-  }
-  return {};
-}
-
-bool isElement(const pugi::xml_node& node, const char* name, const char* xmlNamespace) {
-  return node.type() == pugi::node_element && std::strcmp(localName(node), name) == 0 &&
-         namespaceOf(node) == xmlNamespace;
-}
-
-bool isTextElement(const pugi::xml_node& node) {
-  return isElement(node, "LocalizedText", participantNamespace) ||
-         (isElement(node, "Text", messageNamespace) &&
-          isElement(node.parent(), "GetLocalizedTextResponse", messageNamespace));
-}
-
-// The node after `node` in document order, or a null node at the end.
-pugi::xml_node nextInDocument(pugi::xml_node node) {
-  if (const pugi::xml_node child = node.first_child()) {
-    return child;
-  }
-  while (node && !node.next_sibling()) {
-    node = node.parent();
-  }
-  return node ? node.next_sibling() : node;
-}
+bool isXmlSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
 // XML Schema collapses the white space around a number or a token.
-std::string collapsed(const char* value) {
-  std::string text(value);
-  const char* const space = " \t\n\r";
-  const std::size_t first = text.find_first_not_of(space);
-  if (first == std::string::npos) {
-    return {};
+std::string_view collapsed(std::string_view value) {
+  while (!value.empty() && isXmlSpace(value.front())) {
+    value.remove_prefix(1);
   }
-  return text.substr(first, text.find_last_not_of(space) - first + 1);
+  while (!value.empty() && isXmlSpace(value.back())) {
+    value.remove_suffix(1);
+  }
+  return value;
 }
 
-[[noreturn]] void failAt(const std::string& problem, const SourceLocation& location) {
-  throw CatalogueError({Finding{Finding::Kind::File, location, problem}}, __FILE__, __LINE__);
+struct QualifiedName {
+  std::string_view prefix;
+  std::string_view local;
+};
+
+QualifiedName split(std::string_view name) {
+  const std::size_t colon = name.find(':');
+  if (colon == std::string_view::npos) {
+    return {{}, name};
+  }
+  return {name.substr(0, colon), name.substr(colon + 1)};
 }
 
-class Reader {
+bool isNamespaceDeclaration(const QualifiedName& name) {
+  return name.prefix == "xmlns" || (name.prefix.empty() && name.local == "xmlns");
+}
+
+// An attribute of the element being entered, its name split once.
+struct Attribute {
+  const char* qualified;
+  QualifiedName name;
+  const char* value;
+  // With the local name, what two attributes of one element must not share:
+  // the namespace ("" for none), or the prefix where it is undeclared.
+  std::string_view xmlNamespace;
+};
+
+bool isSameAttribute(const Attribute& lhs, const Attribute& rhs) {
+  return lhs.name.local == rhs.name.local && lhs.xmlNamespace == rhs.xmlNamespace;
+}
+
+bool operator<(const Attribute& lhs, const Attribute& rhs) {
+  return std::tie(lhs.xmlNamespace, lhs.name.local, lhs.qualified) <
+         std::tie(rhs.xmlNamespace, rhs.name.local, rhs.qualified);
+}
+
+// The unprefixed attributes of a text element, each the first of its name.
+struct TextAttributes {
+  const char* ref = nullptr;
+  const char* lang = nullptr;
+  const char* version = nullptr;
+  const char* textWidth = nullptr;
+
+  // The slot that an attribute of this name fills, or nullptr.
+  const char** slotFor(std::string_view name) {
+    const char** slot = name == "Ref"         ? &ref
+                        : name == "Lang"      ? &lang
+                        : name == "Version"   ? &version
+                        : name == "TextWidth" ? &textWidth
+                                              : nullptr;
+    return slot != nullptr && *slot == nullptr ? slot : nullptr;
+  }
+};
+
+// Reads one document, held as UTF-8 in a buffer that the parser may write
+// into, in a single walk in document order.
+class DocumentReader {
 public:
-  Reader(const std::string& content, const std::string& fileName)
-      : m_content(content), m_fileName(fileName), m_lines(content) {}
+  DocumentReader(char* document, std::size_t size, const std::string& fileName, Impl::FileProblems& problems)
+      : m_document(document),
+        m_size(size),
+        m_fileName(fileName),
+        m_problems(problems),
+        m_lines(std::string_view(document, size)),
+        m_decoder(document, problems) {}
 
   CatalogueTexts read() {
-    pugi::xml_document document;
-    // Keep text that is only white space: it is a text like any other.
-    const unsigned int options = pugi::parse_default | pugi::parse_ws_pcdata;
-    const pugi::xml_parse_result parsed =
-        document.load_buffer(m_content.data(), m_content.size(), options, pugi::encoding_utf8);
-    if (!parsed) {
-      fail(std::string("malformed XML: ") + parsed.description(), static_cast<std::size_t>(parsed.offset));
+    reserveTexts();
+    if (Impl::reportForbiddenCharacters(std::string_view(m_document, m_size), m_problems)) {
+      parseAndWalk();
     }
-    CatalogueTexts catalogue;
-    catalogue.files.push_back(m_fileName);
-    for (pugi::xml_node node = document.first_child(); node; node = nextInDocument(node)) {
-      if (isTextElement(node)) {
-        catalogue.texts.push_back(textOf(node));
-      }
+    if (!m_problems.empty()) {
+      throw CatalogueError(m_problems.findings(m_lines, m_fileName), __FILE__, __LINE__);
     }
-    return catalogue;
+    m_catalogue.files.push_back(m_fileName);
+    releaseUnusedTexts();
+    return std::move(m_catalogue);
   }
 
 private:
-  CatalogueText textOf(const pugi::xml_node& element) {
-    // offset_debug is the offset of the element's name, just after its '<'.
-    const SourceLocation location = locate(static_cast<std::size_t>(element.offset_debug()) - 1);
-    const pugi::xml_attribute lang = element.attribute("Lang");
-    Tovra::Mdib::LocalizedText text(Utf8(characterData(element)),
-                                    lang ? boost::make_optional(LanguageTag(lang.value())) : boost::none,
-                                    LocalizedTextRef(Utf8(element.attribute("Ref").value())),
-                                    version(element, location), width(element, location));
+  struct Frame {
+    bool isResponse;
+    bool isText;
+  };
+
+  // A text is an element, and an element of a catalogue file a start and an
+  // end tag; reserving for that many spares moving every text read so far
+  // each time the vector grows, the largest cost of reading after the parse.
+  void reserveTexts() {
+    m_catalogue.texts.reserve(static_cast<std::size_t>(std::count(m_document, m_document + m_size, '<')) / 2);
+  }
+
+  // A document of many elements and few texts (a whole MDIB, say) must not
+  // keep the room reserved for texts it does not have.
+  void releaseUnusedTexts() {
+    if (m_catalogue.texts.capacity() / 2 > m_catalogue.texts.size()) {
+      m_catalogue.texts.shrink_to_fit();
+    }
+  }
+
+  void parseAndWalk() {
+    const std::size_t outsideRoot = textOutsideTheRoot();
+    // Escapes and line ends stay as the file has them, so that each value
+    // lies where it stands in the file and every problem in it has a place;
+    // ValueDecoder decodes them. White space alone is a text like any other.
+    const unsigned int options = pugi::parse_cdata | pugi::parse_ws_pcdata | pugi::parse_doctype;
+    pugi::xml_document tree;
+    const pugi::xml_parse_result parsed =
+        tree.load_buffer_inplace(m_document, m_size, options, pugi::encoding_utf8);
+    if (!parsed) {
+      const auto offset = static_cast<std::size_t>(parsed.offset);
+      m_problems.dropFrom(offset);
+      m_problems.add(offset, std::string("malformed XML: ") + parsed.description());
+      return;
+    }
+    if (outsideRoot != m_size) {
+      m_problems.add(outsideRoot, "text outside the root element");
+    }
+    walk(tree);
+  }
+
+  // The parser drops text before the first tag and after the last one
+  // without a word; it must be found before the parser overwrites the tags.
+  std::size_t textOutsideTheRoot() const {
+    const std::string_view document(m_document, m_size);
+    const std::size_t firstTag = std::min(document.find('<'), m_size);
+    for (std::size_t at = 0; at < firstTag; ++at) {
+      if (!isXmlSpace(document[at])) {
+        return at;
+      }
+    }
+    const std::size_t lastTag = document.rfind('>');
+    for (std::size_t at = lastTag == std::string_view::npos ? m_size : lastTag + 1; at < m_size; ++at) {
+      if (!isXmlSpace(document[at])) {
+        return at;
+      }
+    }
+    return m_size;
+  }
+
+  // Iterative, so that no depth of nesting exhausts the stack.
+  void walk(const pugi::xml_document& tree) {
+    pugi::xml_node node = tree.first_child();
+    while (node) {
+      if (visit(node) && node.first_child()) {
+        node = node.first_child();
+        continue;
+      }
+      for (; node != tree; node = node.parent()) {
+        if (node.type() == pugi::node_element) {
+          leaveElement();
+        }
+        if (node.next_sibling()) {
+          node = node.next_sibling();
+          break;
+        }
+      }
+      if (node == tree) {
+        return;
+      }
+    }
+  }
+
+  // Returns whether the walk descends into the node's children.
+  bool visit(const pugi::xml_node& node) {
+    switch (node.type()) {
+      case pugi::node_element:
+        enterElement(node);
+        return true;
+      case pugi::node_pcdata:
+        // A text's own character data was decoded with its element.
+        if (m_frames.empty() || !m_frames.back().isText) {
+          m_decoder.appendContent(node.value(), nullptr);
+        }
+        return false;
+      case pugi::node_doctype:
+        m_problems.add(
+            doctypeOffset(node),
+            "a document type declaration is not allowed in a catalogue file (nothing is expanded or "
+            "fetched)");
+        return false;
+      default:
+        return false;
+    }
+  }
+
+  std::size_t doctypeOffset(const pugi::xml_node& doctype) const {
+    const char* at = doctype.value();
+    while (at > m_document && *at != '<') {
+      --at;
+    }
+    return offsetOf(at);
+  }
+
+  void enterElement(const pugi::xml_node& element) {
+    m_scope.enterElement();
+    collectAttributes(element);
+    declareNamespaces();
+    const QualifiedName name = qualifiedName(element.name());
+    const std::string* const xmlNamespace = namespaceOfPrefix(name, element.name());
+    const bool parentIsResponse = !m_frames.empty() && m_frames.back().isResponse;
+    const Frame frame{isIn(xmlNamespace, messageNamespace) && name.local == "GetLocalizedTextResponse",
+                      (isIn(xmlNamespace, participantNamespace) && name.local == "LocalizedText") ||
+                          (isIn(xmlNamespace, messageNamespace) && name.local == "Text" && parentIsResponse)};
+    if (m_frames.empty() && ++m_roots > 1) {
+      m_problems.add(startOf(element), "a second root element: a catalogue file has one");
+    }
+    TextAttributes textAttributes;
+    checkAttributes(frame.isText ? &textAttributes : nullptr);
+    reportDuplicateAttributes();
+    if (frame.isText) {
+      m_catalogue.texts.push_back(textOf(element, textAttributes));
+    } else if (name.local == "LocalizedText" ||
+               (name.local == "Text" && !isIn(xmlNamespace, messageNamespace))) {
+      noteMisplaced(element, name.local, xmlNamespace);
+    }
+    m_frames.push_back(frame);
+  }
+
+  void leaveElement() {
+    m_frames.pop_back();
+    m_scope.leaveElement();
+  }
+
+  static bool isIn(const std::string* xmlNamespace, std::string_view wanted) {
+    return xmlNamespace != nullptr && *xmlNamespace == wanted;
+  }
+
+  QualifiedName qualifiedName(const char* written) {
+    const QualifiedName name = split(written);
+    const bool valid = !name.local.empty() && name.local.find(':') == std::string_view::npos &&
+                       (name.prefix.data() == nullptr || !name.prefix.empty());
+    if (!valid) {
+      m_problems.add(offsetOf(written),
+                     "'" + std::string(written) + "' is not a name with namespaces (PREFIX:NAME)");
+    }
+    return name;
+  }
+
+  // The namespace of a qualified element or attribute name; nullptr for none.
+  const std::string* namespaceOfPrefix(const QualifiedName& name, const char* written) {
+    const std::string* const found = m_scope.namespaceOf(name.prefix);
+    if (found == nullptr && !name.prefix.empty()) {
+      m_problems.add(offsetOf(written), "prefix '" + std::string(name.prefix) + "' of '" + written +
+                                            "' has no namespace declaration");
+    }
+    return found == nullptr || found->empty() ? nullptr : found;
+  }
+
+  void collectAttributes(const pugi::xml_node& element) {
+    m_attributes.clear();
+    for (const pugi::xml_attribute attribute : element.attributes()) {
+      m_attributes.push_back({attribute.name(), qualifiedName(attribute.name()), attribute.value(), {}});
+    }
+  }
+
+  // A declaration applies to the element that holds it and to its other
+  // attributes, so all of them come first.
+  void declareNamespaces() {
+    for (Attribute& attribute : m_attributes) {
+      if (!isNamespaceDeclaration(attribute.name)) {
+        continue;
+      }
+      const std::string_view prefix =
+          attribute.name.prefix.empty() ? std::string_view() : attribute.name.local;
+      std::string uri;
+      m_decoder.appendAttributeValue(attribute.value, &uri);
+      checkDeclaration(prefix, uri, attribute.qualified);
+      attribute.xmlNamespace = xmlnsNamespace;
+      m_scope.declare(prefix, std::move(uri));
+    }
+  }
+
+  void checkDeclaration(std::string_view prefix, const std::string& uri, const char* written) {
+    const bool misbound = prefix == "xmlns" || (prefix == "xml") != (uri == xmlPrefixNamespace) ||
+                          uri == xmlnsNamespace || (!prefix.empty() && uri.empty());
+    if (misbound) {
+      m_problems.add(offsetOf(written), "'" + std::string(written) + "=\"" + uri +
+                                            "\"' is not a namespace declaration that XML allows");
+    }
+  }
+
+  // Checks every attribute but the namespace declarations; keeps the text
+  // attributes of a text element for textOf, which decodes them.
+  void checkAttributes(TextAttributes* textAttributes) {
+    for (Attribute& attribute : m_attributes) {
+      const QualifiedName& name = attribute.name;
+      if (isNamespaceDeclaration(name)) {
+        continue;
+      }
+      const std::string* const xmlNamespace =
+          name.prefix.empty() ? nullptr : namespaceOfPrefix(name, attribute.qualified);
+      attribute.xmlNamespace = xmlNamespace != nullptr ? std::string_view(*xmlNamespace) : name.prefix;
+      const char** slot =
+          textAttributes != nullptr && name.prefix.empty() ? textAttributes->slotFor(name.local) : nullptr;
+      if (slot != nullptr) {
+        *slot = attribute.value;
+      } else {
+        m_decoder.appendAttributeValue(attribute.value, nullptr);
+      }
+    }
+  }
+
+  // An element has a handful of attributes, whose names mostly differ in
+  // length, so comparing each with each costs less than sorting; sorting
+  // keeps an element with a great many of them linear.
+  void reportDuplicateAttributes() {
+    const std::size_t fewAttributes = 8;
+    if (m_attributes.size() <= fewAttributes) {
+      for (std::size_t again = 1; again < m_attributes.size(); ++again) {
+        for (std::size_t first = 0; first < again; ++first) {
+          if (isSameAttribute(m_attributes[first], m_attributes[again])) {
+            reportDuplicate(m_attributes[first], m_attributes[again]);
+            break;
+          }
+        }
+      }
+      return;
+    }
+    std::sort(m_attributes.begin(), m_attributes.end());
+    for (std::size_t again = 1; again < m_attributes.size(); ++again) {
+      if (isSameAttribute(m_attributes[again - 1], m_attributes[again])) {
+        reportDuplicate(m_attributes[again - 1], m_attributes[again]);
+      }
+    }
+  }
+
+  void reportDuplicate(const Attribute& first, const Attribute& again) {
+    const std::string name = again.qualified;
+    m_problems.add(offsetOf(again.qualified),
+                   std::strcmp(first.qualified, again.qualified) == 0
+                       ? "attribute '" + name + "' appears twice on one element"
+                       : "attribute '" + name + "' is the attribute '" + first.qualified + "' again");
+  }
+
+  CatalogueText textOf(const pugi::xml_node& element, const TextAttributes& attributes) {
+    const SourceLocation location = locate(startOf(element));
+    Tovra::Mdib::LocalizedText text(Utf8(content(element)), lang(attributes.lang),
+                                    LocalizedTextRef(Utf8(utf8Value(attributes.ref, "Ref"))),
+                                    version(attributes.version), width(attributes.textWidth));
     return {std::move(text), location};
   }
 
-  static std::string characterData(const pugi::xml_node& element) {
+  std::string content(const pugi::xml_node& element) {
     std::string data;
     for (const pugi::xml_node child : element.children()) {
-      if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
-        data += child.value();
+      if (child.type() == pugi::node_pcdata) {
+        m_decoder.appendContent(child.value(), &data);
+      } else if (child.type() == pugi::node_cdata) {
+        Impl::ValueDecoder::appendCdata(child.value(), data);
       }
     }
     return data;
   }
 
-  static boost::optional<VersionCounter> version(const pugi::xml_node& element,
-                                                 const SourceLocation& location) {
-    const pugi::xml_attribute attribute = element.attribute("Version");
-    if (!attribute) {
-      return boost::none;
-    }
-    const std::string digits = collapsed(attribute.value());
-    std::uint64_t value = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (error != std::errc() || end != digits.data() + digits.size()) {
-      failAt(std::string("Version '") + attribute.value() + "' is not an unsigned 64-bit decimal", location);
-    }
-    return VersionCounter(value);
+  std::string decoded(const char* value) {
+    std::string text;
+    m_decoder.appendAttributeValue(value, &text);
+    return text;
   }
 
-  static boost::optional<LocalizedTextWidth> width(const pugi::xml_node& element,
-                                                   const SourceLocation& location) {
-    const pugi::xml_attribute attribute = element.attribute("TextWidth");
-    if (!attribute) {
+  // A reference or language is compared and written out byte for byte, so
+  // unlike a text's content it must be UTF-8 to mean anything.
+  std::string utf8Value(const char* value, const char* attribute) {
+    if (value == nullptr) {
+      return {};
+    }
+    const char* const end = value + std::strlen(value);
+    const char* const malformed = Impl::malformedUtf8At(value, end);
+    if (malformed != end) {
+      m_problems.add(offsetOf(malformed), std::string(attribute) + " is not valid UTF-8");
+    }
+    return decoded(value);
+  }
+
+  boost::optional<LanguageTag> lang(const char* value) {
+    if (value == nullptr) {
       return boost::none;
     }
-    const boost::optional<LocalizedTextWidth> known = textWidthFromToken(collapsed(attribute.value()));
+    return LanguageTag(utf8Value(value, "Lang"));
+  }
+
+  boost::optional<VersionCounter> version(const char* value) {
+    if (value == nullptr) {
+      return boost::none;
+    }
+    const std::string text = decoded(value);
+    const std::string_view digits = collapsed(text);
+    std::uint64_t number = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (error != std::errc() || end != digits.data() + digits.size()) {
+      m_problems.add(offsetOf(value), "Version '" + text + "' is not an unsigned 64-bit decimal");
+      return boost::none;
+    }
+    return VersionCounter(number);
+  }
+
+  boost::optional<LocalizedTextWidth> width(const char* value) {
+    if (value == nullptr) {
+      return boost::none;
+    }
+    const std::string text = decoded(value);
+    const boost::optional<LocalizedTextWidth> known = textWidthFromToken(std::string(collapsed(text)));
     if (!known) {
-      failAt(std::string("TextWidth '") + attribute.value() + "' is not one of xs, s, m, l, xl, xxl",
-             location);
+      m_problems.add(offsetOf(value), "TextWidth '" + text + "' is not one of xs, s, m, l, xl, xxl");
     }
     return known;
   }
+
+  // The first element of each name and namespace is enough to tell a user
+  // which namespace the texts were meant to have.
+  void noteMisplaced(const pugi::xml_node& element, std::string_view local, const std::string* xmlNamespace) {
+    const std::string_view uri =
+        xmlNamespace != nullptr ? std::string_view(*xmlNamespace) : std::string_view();
+    for (const MisplacedElement& known : m_catalogue.misplaced) {
+      if (known.name == local && known.xmlNamespace == uri) {
+        return;
+      }
+    }
+    m_catalogue.misplaced.push_back({locate(startOf(element)), std::string(local), std::string(uri)});
+  }
+
+  // An element's '<', just before its name.
+  std::size_t startOf(const pugi::xml_node& element) const { return offsetOf(element.name()) - 1; }
+
+  std::size_t offsetOf(const char* at) const { return static_cast<std::size_t>(at - m_document); }
 
   SourceLocation locate(std::size_t offset) {
     const Impl::SourcePosition position = m_lines.locate(offset);
     return {m_fileName, position.line, position.column};
   }
 
-  [[noreturn]] void fail(const std::string& problem, std::size_t offset) { failAt(problem, locate(offset)); }
-
-  const std::string& m_content;
+  char* m_document;
+  std::size_t m_size;
   const std::string& m_fileName;
+  Impl::FileProblems& m_problems;
   Impl::LineIndex m_lines;
+  Impl::ValueDecoder m_decoder;
+  Impl::NamespaceScope m_scope;
+  std::vector<Frame> m_frames;
+  std::vector<Attribute> m_attributes;
+  int m_roots = 0;
+  CatalogueTexts m_catalogue;
 };
 
 }  // namespace
 
 CatalogueTexts readCatalogue(std::string content, const std::string& fileName) {
-  return Reader(content, fileName).read();
+  Impl::FileProblems problems;
+  const std::size_t start = Impl::toUtf8Document(content, problems);
+  return DocumentReader(&content[start], content.size() - start, fileName, problems).read();
 }
 
 CatalogueTexts readCatalogueFile(const std::string& path) {
-  const SourceLocation file{path, 0, 0};
-  std::error_code ignored;
-  if (std::filesystem::is_directory(path, ignored)) {
-    failAt("cannot be read: it is a directory", file);
-  }
-  std::ifstream in(path, std::ios::binary);
-  if (!in) {
-    failAt(std::string("cannot be read: ") + std::strerror(errno), file);
-  }
-  std::string content((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  if (in.bad()) {
-    failAt("cannot be read: read error", file);
-  }
-  return readCatalogue(std::move(content), path);
+  return readCatalogue(Impl::fileContent(path), path);
 }
 
 }  // namespace Catalogue

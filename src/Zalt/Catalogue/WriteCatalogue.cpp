@@ -1,5 +1,6 @@
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
+#include <Zalt/Catalogue/Private/CodePoints.h>
 #include <Zalt/Catalogue/TextWidthTokens.h>
 
 #include <stdexcept>
@@ -61,8 +62,16 @@ void appendEscaped(std::string& out, const std::string& text, bool attribute,
   }
 }
 
+// The reader refuses a file whose reference or language is not UTF-8, as
+// such a value cannot be compared or shown; writing one would make a file
+// that cannot be read back.
 void appendAttribute(std::string& out, const char* name, const std::string& value,
                      const Tovra::Mdib::LocalizedText& owner) {
+  const char* const end = value.data() + value.size();
+  if (Impl::malformedUtf8At(value.data(), end) != end) {
+    throw std::invalid_argument(std::string("the ") + name + " of the text of reference '" +
+                                owner.ref().get().value() + "' is not UTF-8");
+  }
   out += ' ';
   out += name;
   out += "=\"";

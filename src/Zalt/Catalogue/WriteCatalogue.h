@@ -20,7 +20,9 @@ namespace Catalogue {
 // reading them back gives the same characters, carriage returns and tabs
 // included. Throws std::invalid_argument, naming the text's reference, for a
 // text that holds a character that no XML file can carry (a C0 control other
-// than tab, LF and CR, U+FFFE, U+FFFF).
+// than tab, LF and CR, U+FFFE, U+FFFF), and for a reference or language that
+// is not UTF-8, which the reader refuses. Content that is not UTF-8 is
+// written as it is: it reads back as the same bytes, for a store to reject.
 ZALT_LTSCATALOGUE_EXPORT std::string writeCatalogue(const std::vector<Tovra::Mdib::LocalizedText>& texts);
 
 }  // namespace Catalogue

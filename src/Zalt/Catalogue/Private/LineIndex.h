@@ -8,7 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <string_view>
 #include <vector>
 
 namespace Zalt {
@@ -22,8 +22,11 @@ struct SourcePosition {
 
 class LineIndex {
 public:
-  // Keeps a reference to `content`, which must outlive the index.
-  explicit LineIndex(const std::string& content);
+  // Keeps a view of `content`, which must outlive the index. The line starts
+  // are found here, once; locate() later counts only lead bytes, so ASCII
+  // bytes overwritten with other ASCII bytes (as an in-place parser does with
+  // its delimiters, line ends included) leave every place as it was.
+  explicit LineIndex(std::string_view content);
 
   // An offset past the end counts as the end of the text. Offsets asked for
   // in ascending order cost only the bytes between them, so a whole file
@@ -31,7 +34,9 @@ public:
   SourcePosition locate(std::size_t offset);
 
 private:
-  const std::string& m_content;
+  std::size_t lineIndexOf(std::size_t offset) const;
+
+  std::string_view m_content;
   std::vector<std::size_t> m_lineStarts;
   std::size_t m_lastOffset = 0;
   SourcePosition m_lastPosition{1, 1};
