@@ -128,11 +128,12 @@ TEST(CatalogueCheck, ACatalogueWithoutTextsIsAFindingThatPointsAtMisplacedElemen
 
   CatalogueTexts misplaced = nothing;
   misplaced.misplaced = {{{"a.xml", 2, 3}, "LocalizedText", "urn:typo"}, {{"b.xml", 5, 1}, "Text", ""}};
-  EXPECT_THAT(shown(checkCatalogue(misplaced).findings),
-              testing::ElementsAre(testing::MatchesRegex("2 empty: .*LocalizedText stands in the namespace "
-                                                         "'urn:typo', .*11073-10207-2017/participant'"),
-                                   testing::MatchesRegex("5 empty: .*Text stands in no namespace, "
-                                                         ".*11073-10207-2017/message'")));
+  EXPECT_THAT(
+      shown(checkCatalogue(misplaced).findings),
+      testing::ElementsAre(testing::MatchesRegex("2 empty: .*LocalizedText is in the namespace "
+                                                 "'urn:typo', not in .*11073-10207-2017/participant'"),
+                           testing::MatchesRegex("5 empty: .*Text is in no namespace, "
+                                                 "not in .*11073-10207-2017/message'")));
 
   CatalogueTexts someText = catalogue({text("a", "de-DE")});
   someText.misplaced = misplaced.misplaced;

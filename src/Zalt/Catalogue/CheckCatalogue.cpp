@@ -82,8 +82,7 @@ std::string misplacedMessage(const MisplacedElement& element) {
   const char* const expected = element.name == "Text" ? messageNamespace : participantNamespace;
   const std::string stands =
       element.xmlNamespace.empty() ? "in no namespace" : "in the namespace '" + element.xmlNamespace + "'";
-  return "no localized text found: this " + element.name + " stands " + stands + ", a localized text in '" +
-         expected + "'";
+  return "no localized text found: this " + element.name + " is " + stands + ", not in '" + expected + "'";
 }
 
 class Checker {

@@ -420,10 +420,11 @@ private:
     }
     const char* const end = value + std::strlen(value);
     const char* const malformed = Impl::malformedUtf8At(value, end);
+    std::string text = decoded(value);
     if (malformed != end) {
-      m_problems.add(offsetOf(malformed), std::string(attribute) + " is not valid UTF-8");
+      m_problems.add(offsetOf(malformed), std::string(attribute) + " '" + text + "' is not valid UTF-8");
     }
-    return decoded(value);
+    return text;
   }
 
   boost::optional<LanguageTag> lang(const char* value) {
