@@ -1,0 +1,247 @@
+#include <Zalt/Catalogue/PseudoTranslation.h>
+
+#include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <string>
+#include <utility>
+
+namespace Zalt {
+namespace Catalogue {
+namespace {
+
+// Look-alikes for A to Z, then a to z: each one precomposed code point of
+// ordinary width, so that the letters alone change no line's width.
+const char* const lookAlikes[52] = {
+    u8"Å", u8"Ɓ", u8"Ç", u8"Ð", u8"É", u8"Ƒ", u8"Ĝ", u8"Ĥ", u8"Î", u8"Ĵ", u8"Ķ", u8"Ļ", u8"Ṁ",
+    u8"Ñ", u8"Ö", u8"Ƥ", u8"Ǫ", u8"Ŕ", u8"Š", u8"Ŧ", u8"Û", u8"Ṽ", u8"Ŵ", u8"Ẋ", u8"Ý", u8"Ž",
+    u8"å", u8"ƀ", u8"ç", u8"ð", u8"é", u8"ƒ", u8"ĝ", u8"ĥ", u8"î", u8"ĵ", u8"ķ", u8"ļ", u8"ṁ",
+    u8"ñ", u8"ö", u8"ƥ", u8"ǫ", u8"ŕ", u8"š", u8"ŧ", u8"û", u8"ṽ", u8"ŵ", u8"ẋ", u8"ý", u8"ž",
+};
+const char* const padding = u8"·";
+
+// The line breaks other than CR and LF, as their UTF-8 bytes.
+const char* const otherLineBreaks[] = {"\x0B", "\x0C", "\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"};
+
+bool isUpper(char c) { return c >= 'A' && c <= 'Z'; }
+bool isLower(char c) { return c >= 'a' && c <= 'z'; }
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isNameCharacter(char c) { return isUpper(c) || isLower(c) || isDigit(c) || c == '_'; }
+bool isPrintableAscii(char c) { return c >= 0x20 && c < 0x7F; }
+bool isOneOf(char c, const char* set) { return c != '\0' && std::strchr(set, c) != nullptr; }
+
+class Scanner {
+public:
+  Scanner(const std::string& text, std::size_t start) : m_text(&text), m_position(start) {}
+
+  char peek() const { return m_position < m_text->size() ? (*m_text)[m_position] : '\0'; }
+  std::size_t position() const { return m_position; }
+  void skip() { ++m_position; }
+  void skipWhile(bool (*accepts)(char)) {
+    while (accepts(peek())) {
+      ++m_position;
+    }
+  }
+  bool skipIfOneOf(const char* set) {
+    if (!isOneOf(peek(), set)) {
+      return false;
+    }
+    ++m_position;
+    return true;
+  }
+  bool skipIf(const char* word) {
+    const std::size_t length = std::strlen(word);
+    if (m_text->compare(m_position, length, word) != 0) {
+      return false;
+    }
+    m_position += length;
+    return true;
+  }
+
+private:
+  const std::string* m_text;
+  std::size_t m_position;
+};
+
+// The length of the printf-style placeholder at `start` (a '%'), or 0.
+std::size_t printfPlaceholderLength(const std::string& text, std::size_t start) {
+  Scanner scan(text, start + 1);
+  if (scan.skipIfOneOf("%")) {
+    return 2;
+  }
+  Scanner argument = scan;
+  argument.skipWhile(isDigit);
+  if (argument.position() > scan.position() && argument.skipIfOneOf("$")) {
+    scan = argument;
+  }
+  // No space flag: "100% sure" is text, not a placeholder.
+  while (scan.skipIfOneOf("-+#0")) {
+  }
+  if (!scan.skipIfOneOf("*")) {
+    scan.skipWhile(isDigit);
+  }
+  if (scan.skipIfOneOf(".") && !scan.skipIfOneOf("*")) {
+    scan.skipWhile(isDigit);
+  }
+  for (const char* modifier : {"hh", "h", "ll", "l", "L", "q", "j", "z", "t"}) {
+    if (scan.skipIf(modifier)) {
+      break;
+    }
+  }
+  return scan.skipIfOneOf("diouxXeEfFgGaAcspn") ? scan.position() - start : 0;
+}
+
+bool isBraceArgumentCharacter(char c) { return isPrintableAscii(c) && c != '{' && c != '}'; }
+
+// The length of the brace placeholder at `start` (a '{'), or 0.
+std::size_t bracePlaceholderLength(const std::string& text, std::size_t start) {
+  Scanner scan(text, start + 1);
+  scan.skipWhile(isNameCharacter);
+  if (scan.position() == start + 1) {
+    return 0;
+  }
+  if (scan.skipIfOneOf(",:")) {
+    scan.skipWhile(isBraceArgumentCharacter);
+  }
+  return scan.skipIfOneOf("}") ? scan.position() - start : 0;
+}
+
+std::size_t placeholderLength(const std::string& text, std::size_t start) {
+  switch (text[start]) {
+    case '%':
+      return printfPlaceholderLength(text, start);
+    case '{':
+      return bracePlaceholderLength(text, start);
+    default:
+      return 0;
+  }
+}
+
+std::size_t otherLineBreakLength(const std::string& text, std::size_t start) {
+  for (const char* lineBreak : otherLineBreaks) {
+    const std::size_t length = std::strlen(lineBreak);
+    if (text.compare(start, length, lineBreak) == 0) {
+      return length;
+    }
+  }
+  return 0;
+}
+
+// The text has passed the UTF-8 check, so the lead byte tells the length; a
+// lead with five or more leading ones counts as a four-byte lead, as the store reads it.
+std::size_t codePointLength(unsigned char lead) {
+  if (lead < 0x80U) {
+    return 1;
+  }
+  if (lead < 0xE0U) {
+    return 2;
+  }
+  return lead < 0xF0U ? 3 : 4;
+}
+
+// How many code points a line of `codePoints` gains, its two brackets included.
+std::size_t growth(std::size_t codePoints) {
+  std::size_t percent = 40;
+  if (codePoints <= 10) {
+    percent = 100;
+  } else if (codePoints <= 20) {
+    percent = 80;
+  } else if (codePoints <= 30) {
+    percent = 60;
+  } else if (codePoints <= 50) {
+    percent = 50;
+  }
+  return std::max<std::size_t>(2, (codePoints * percent + 99) / 100);
+}
+
+// Writes the lines of the result: opens a line at its first character, closes
+// it with its padding and bracket where the source line ends.
+class LineWriter {
+public:
+  explicit LineWriter(std::string& out) : m_out(out) {}
+
+  void character(const std::string& text, std::size_t start, std::size_t length, std::size_t codePoints) {
+    open();
+    m_out.append(text, start, length);
+    m_codePoints += codePoints;
+  }
+  void letter(const char* lookAlike) {
+    open();
+    m_out += lookAlike;
+    ++m_codePoints;
+  }
+  void close() {
+    open();
+    const std::size_t added = growth(m_codePoints);
+    for (std::size_t i = 2; i < added; ++i) {
+      m_out += padding;
+    }
+    m_out += ']';
+    m_open = false;
+  }
+
+private:
+  void open() {
+    if (!m_open) {
+      m_out += '[';
+      m_open = true;
+      m_codePoints = 0;
+    }
+  }
+
+  std::string& m_out;
+  bool m_open = false;
+  std::size_t m_codePoints = 0;
+};
+
+}  // namespace
+
+Tovra::Locale::Utf8 pseudoTranslation(const Tovra::Locale::Utf8& text) {
+  // Refuses malformed UTF-8 with the store's own error; past it, every lead byte starts a whole sequence.
+  Localization::Impl::numberOfLineBreaks(text);
+
+  const std::string& in = text.value();
+  std::string out;
+  out.reserve(in.size() * 2 + 2);
+  LineWriter line(out);
+  // Lines end as the store counts them: a CR ends its line, and an LF or a
+  // second CR right after it belongs to the same break, so nothing may be
+  // written between them.
+  bool carriageReturnPending = false;
+  std::size_t position = 0;
+  while (position < in.size()) {
+    const char c = in[position];
+    if (c == '\r' || c == '\n') {
+      if (!carriageReturnPending) {
+        line.close();
+      }
+      carriageReturnPending = c == '\r';
+      out += c;
+      ++position;
+      continue;
+    }
+    carriageReturnPending = false;
+    if (const std::size_t lineBreak = otherLineBreakLength(in, position)) {
+      line.close();
+      out.append(in, position, lineBreak);
+      position += lineBreak;
+    } else if (const std::size_t placeholder = placeholderLength(in, position)) {
+      line.character(in, position, placeholder, placeholder);
+      position += placeholder;
+    } else if (isUpper(c) || isLower(c)) {
+      line.letter(lookAlikes[isUpper(c) ? c - 'A' : c - 'a' + 26]);
+      ++position;
+    } else {
+      const std::size_t length = codePointLength(static_cast<unsigned char>(c));
+      line.character(in, position, length, 1);
+      position += length;
+    }
+  }
+  line.close();
+  return Tovra::Locale::Utf8(std::move(out));
+}
+
+}  // namespace Catalogue
+}  // namespace Zalt

@@ -1,0 +1,245 @@
+#include <Zalt/Catalogue/TextMeasure.h>
+
+#include <utf8proc.h>
+
+#include <algorithm>
+#include <limits>
+#include <stdexcept>
+#include <string>
+
+namespace Zalt {
+namespace Catalogue {
+namespace {
+
+using Tovra::Mdib::LocalizedTextWidth;
+
+constexpr char32_t lineFeed = 0x0A;
+constexpr char32_t carriageReturn = 0x0D;
+// Not a code point: stands for "nothing yet on this line", before which a cluster always begins.
+constexpr char32_t lineStart = 0xFFFFFFFF;
+
+[[noreturn]] void invalidUtf8() {
+  throw std::out_of_range("Invalid UTF-8 sequence encountered while trying to encode UTF-32 character");
+}
+
+// Decodes the code point at `position` and moves past it. The store decides
+// which texts are valid, so this accepts and refuses exactly what the store's
+// decoder does: a lead byte with five or more leading ones is read as a
+// four-byte lead, and over-long forms, surrogates, values above U+10FFFF and
+// sequences cut short are refused.
+char32_t decode(const unsigned char*& position, const unsigned char* end) {
+  const unsigned char lead = *position;
+  if ((lead & 0xC0U) == 0x80U) {
+    invalidUtf8();
+  }
+  std::ptrdiff_t length = 4;
+  if (lead < 0x80U) {
+    length = 1;
+  } else if (lead < 0xE0U) {
+    length = 2;
+  } else if (lead < 0xF0U) {
+    length = 3;
+  }
+  if (end - position < length) {
+    invalidUtf8();
+  }
+  char32_t value = lead;
+  for (std::ptrdiff_t i = 1; i < length; ++i) {
+    const unsigned char continuation = position[i];
+    if ((continuation & 0xC0U) != 0x80U) {
+      invalidUtf8();
+    }
+    value = (value << 6U) + (continuation & 0x3FU);
+  }
+  // The most each length can hold; a value that fits the length before is over-long.
+  static constexpr char32_t largest[4] = {0x7F, 0x7FF, 0xFFFF, 0x1FFFFF};
+  value &= largest[length - 1];
+  if (value > 0x10FFFF || (value >= 0xD800 && value <= 0xDFFF) ||
+      (length > 1 && value <= largest[length - 2])) {
+    invalidUtf8();
+  }
+  position += length;
+  return value;
+}
+
+bool isPrintableAscii(unsigned char byte) { return byte >= 0x20U && byte < 0x7FU; }
+
+// The breaks other than CR and LF, which need the pending-CR logic.
+bool isOtherLineBreak(char32_t codePoint) {
+  switch (codePoint) {
+    case 0x0B:
+    case 0x0C:
+    case 0x85:
+    case 0x2028:
+    case 0x2029:
+      return true;
+    default:
+      return false;
+  }
+}
+
+std::uint32_t roundedUpWidth(std::uint64_t halves) {
+  return static_cast<std::uint32_t>(
+      std::min<std::uint64_t>((halves + 1) / 2, std::numeric_limits<std::uint32_t>::max()));
+}
+
+// Adds up the lines of one text, code point by code point, into a TextMeasure.
+// Widths are counted in halves, so that one rounding at each line's end does.
+class LineMeasurer {
+public:
+  LineMeasurer(WidthUnit unit, std::vector<std::uint32_t>& lineWidths)
+      : m_otherHalves(unit == WidthUnit::Fullwidth ? 1 : 2), m_lineWidths(lineWidths) {
+    m_lineWidths.clear();
+  }
+
+  // Most texts are mostly printable ASCII. Such a character after another
+  // ASCII one (or at a line's start) always begins a cluster of its own and is
+  // one half wide, so a whole run is counted without decoding. After other
+  // code points it may not (a prepended sign takes the character after it into
+  // its cluster): then this returns false, counting nothing.
+  bool asciiRun(const unsigned char*& position, const unsigned char* end) {
+    if (!isPrintableAscii(*position) || (m_previous >= 0x80 && m_previous != lineStart)) {
+      return false;
+    }
+    const unsigned char* const run = position;
+    do {
+      ++position;
+    } while (position != end && isPrintableAscii(*position));
+    m_halves += m_otherHalves * static_cast<std::uint64_t>(position - run);
+    m_previous = position[-1];
+    m_clusterState = 0;
+    m_clusterCounted = true;
+    m_carriageReturnPending = false;
+    return true;
+  }
+
+  void codePoint(char32_t codePoint) {
+    if (!lineBreak(codePoint)) {
+      cluster(codePoint);
+    }
+  }
+
+  void endLine() {
+    m_lineWidths.push_back(roundedUpWidth(m_halves));
+    m_halves = 0;
+    m_previous = lineStart;
+    m_clusterState = 0;
+  }
+
+private:
+  // Ends the line where the store counts a break. A CR ends its line at once;
+  // an LF or a second CR right after it belongs to the same break.
+  bool lineBreak(char32_t codePoint) {
+    if (codePoint == carriageReturn) {
+      if (!m_carriageReturnPending) {
+        endLine();
+        m_carriageReturnPending = true;
+      }
+      return true;
+    }
+    const bool pending = m_carriageReturnPending;
+    m_carriageReturnPending = false;
+    if ((codePoint == lineFeed && !pending) || isOtherLineBreak(codePoint)) {
+      endLine();
+    }
+    return codePoint == lineFeed || isOtherLineBreak(codePoint);
+  }
+
+  void cluster(char32_t codePoint) {
+    const auto utf8procCodePoint = static_cast<utf8proc_int32_t>(codePoint);
+    const int charWidth = utf8proc_charwidth(utf8procCodePoint);
+    const bool beginsCluster =
+        m_previous == lineStart || utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(m_previous),
+                                                                    utf8procCodePoint, &m_clusterState);
+    if (beginsCluster) {
+      if (charWidth == 2) {
+        m_halves += wideHalves;
+      } else if (charWidth != 0) {
+        m_halves += m_otherHalves;
+      }
+      m_clusterCounted = charWidth != 0;
+    } else if (!m_clusterCounted && charWidth != 0) {
+      m_halves += m_otherHalves;
+      m_clusterCounted = true;
+    }
+    m_previous = codePoint;
+  }
+
+  static constexpr std::uint64_t wideHalves = 2;
+  const std::uint64_t m_otherHalves;
+  std::vector<std::uint32_t>& m_lineWidths;
+  std::uint64_t m_halves = 0;
+  char32_t m_previous = lineStart;
+  // utf8proc's memory of the cluster so far (emoji and regional-indicator
+  // sequences); zero is a fresh start, which is right after any cluster break.
+  utf8proc_int32_t m_clusterState = 0;
+  // Whether the current cluster has added its share: a cluster that begins with
+  // zero-width code points counts once its first visible one comes.
+  bool m_clusterCounted = false;
+  bool m_carriageReturnPending = false;
+};
+
+}  // namespace
+
+TextMeasure measureText(const Tovra::Locale::Utf8& text, WidthUnit unit) {
+  TextMeasure measure;
+  measureText(text, unit, measure);
+  return measure;
+}
+
+void measureText(const Tovra::Locale::Utf8& text, WidthUnit unit, TextMeasure& measure) {
+  const std::string& bytes = text.value();
+  const auto* position = reinterpret_cast<const unsigned char*>(bytes.data());
+  const unsigned char* const end = position + bytes.size();
+  LineMeasurer lines(unit, measure.lineWidths);
+  while (position != end) {
+    if (!lines.asciiRun(position, end)) {
+      lines.codePoint(decode(position, end));
+    }
+  }
+  lines.endLine();
+
+  const auto widest = std::max_element(measure.lineWidths.begin(), measure.lineWidths.end());
+  measure.widestLine = static_cast<std::uint32_t>(widest - measure.lineWidths.begin()) + 1;
+  measure.width = *widest;
+  measure.measuredClass = narrowestClassHolding(measure.width);
+}
+
+LocalizedTextWidth narrowestClassHolding(std::uint32_t width) {
+  if (width <= 4) {
+    return LocalizedTextWidth::ExtraSmall;
+  }
+  if (width <= 8) {
+    return LocalizedTextWidth::Small;
+  }
+  if (width <= 12) {
+    return LocalizedTextWidth::Medium;
+  }
+  if (width <= 16) {
+    return LocalizedTextWidth::Large;
+  }
+  if (width <= 20) {
+    return LocalizedTextWidth::ExtraLarge;
+  }
+  return LocalizedTextWidth::ExtraExtraLarge;
+}
+
+boost::optional<std::uint32_t> widthLimit(LocalizedTextWidth textWidth) {
+  switch (textWidth) {
+    case LocalizedTextWidth::ExtraSmall:
+      return 4;
+    case LocalizedTextWidth::Small:
+      return 8;
+    case LocalizedTextWidth::Medium:
+      return 12;
+    case LocalizedTextWidth::Large:
+      return 16;
+    case LocalizedTextWidth::ExtraLarge:
+      return 20;
+    default:
+      return boost::none;
+  }
+}
+
+}  // namespace Catalogue
+}  // namespace Zalt
