@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
 # Installs what building and testing need, when it is missing.
 #   scripts/setup.sh            compiler, CMake, Ninja, Boost headers, GoogleTest, and pugixml,
-#                               CLI11 and nlohmann-json for the catalogue component
+#                               utf8proc, CLI11 and nlohmann-json for the catalogue component
 #   scripts/setup.sh --ci       also clang (fuzzing, sanitizer runtimes) and clang-tidy
 #   scripts/setup.sh --bench    also Google Benchmark and gnuplot
 #   scripts/setup.sh --windows  also MinGW-w64, Wine and the GoogleTest sources (Windows cross build)
 # As root it runs apt-get; otherwise it prints the command to run and fails.
 set -euo pipefail
 
-packages=(g++ cmake ninja-build libboost-dev libgtest-dev libgmock-dev libpugixml-dev libcli11-dev nlohmann-json3-dev)
+packages=(g++ cmake ninja-build libboost-dev libgtest-dev libgmock-dev libpugixml-dev libutf8proc-dev libcli11-dev nlohmann-json3-dev)
 for arg in "$@"; do
   case "$arg" in
     --ci) packages+=(clang libclang-rt-14-dev clang-tidy clang-format libbenchmark-dev) ;;

@@ -1,0 +1,35 @@
+# Findutf8proc: utf8proc installs no CMake package of its own (neither Debian's
+# libutf8proc-dev nor a build from its sources), so this module defines
+# utf8proc::utf8proc and utf8proc_VERSION from its header and library. It
+# searches the usual places, so a cross build finds the copy in its
+# CMAKE_FIND_ROOT_PATH. On Windows a static libutf8proc.a needs
+# UTF8PROC_STATIC in its users: its header declares the functions dllimport
+# otherwise.
+find_path(utf8proc_INCLUDE_DIR utf8proc.h)
+find_library(utf8proc_LIBRARY NAMES utf8proc)
+
+if(utf8proc_INCLUDE_DIR AND EXISTS ${utf8proc_INCLUDE_DIR}/utf8proc.h)
+  file(STRINGS ${utf8proc_INCLUDE_DIR}/utf8proc.h version_lines
+    REGEX "^#define UTF8PROC_VERSION_(MAJOR|MINOR|PATCH) ")
+  set(parts)
+  foreach(line IN LISTS version_lines)
+    string(REGEX REPLACE "^#define UTF8PROC_VERSION_[A-Z]+ +([0-9]+).*" "\\1" part "${line}")
+    list(APPEND parts ${part})
+  endforeach()
+  list(JOIN parts . utf8proc_VERSION)
+endif()
+
+include(FindPackageHandleStandardArgs)
+find_package_handle_standard_args(utf8proc
+  REQUIRED_VARS utf8proc_LIBRARY utf8proc_INCLUDE_DIR VERSION_VAR utf8proc_VERSION)
+mark_as_advanced(utf8proc_INCLUDE_DIR utf8proc_LIBRARY)
+
+if(utf8proc_FOUND AND NOT TARGET utf8proc::utf8proc)
+  add_library(utf8proc::utf8proc UNKNOWN IMPORTED)
+  set_target_properties(utf8proc::utf8proc PROPERTIES
+    IMPORTED_LOCATION ${utf8proc_LIBRARY}
+    INTERFACE_INCLUDE_DIRECTORIES ${utf8proc_INCLUDE_DIR})
+  if(WIN32 AND utf8proc_LIBRARY MATCHES "\\.a$")
+    set_target_properties(utf8proc::utf8proc PROPERTIES INTERFACE_COMPILE_DEFINITIONS UTF8PROC_STATIC)
+  endif()
+endif()
