@@ -52,5 +52,5 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/Zalt_LtsConfigVersion.cma
 install(FILES
   ${PROJECT_BINARY_DIR}/Zalt_LtsConfig.cmake
   ${PROJECT_BINARY_DIR}/Zalt_LtsConfigVersion.cmake
-  ${PROJECT_SOURCE_DIR}/cmake/ZaltLtsBoostHeaders.cmake
+  ${PROJECT_SOURCE_DIR}/cmake/ZaltLtsHeaderRoots.cmake
   DESTINATION ${ZALT_LTS_PACKAGE_DIR})

@@ -4,16 +4,21 @@
 #                               utf8proc, CLI11 and nlohmann-json for the catalogue component
 #   scripts/setup.sh --ci       also clang (fuzzing, sanitizer runtimes) and clang-tidy
 #   scripts/setup.sh --bench    also Google Benchmark and gnuplot
-#   scripts/setup.sh --windows  also MinGW-w64, Wine and the GoogleTest sources (Windows cross build)
+#   scripts/setup.sh --windows  also MinGW-w64, Wine and the GoogleTest sources (Windows cross build),
+#                               then builds pugixml and utf8proc for it from Debian's source packages
+#                               (scripts/windows-deps.sh, into build/windows-deps/prefix)
 # As root it runs apt-get; otherwise it prints the command to run and fails.
 set -euo pipefail
+cd "$(dirname "$0")/.."
 
+windows=false
 packages=(g++ cmake ninja-build libboost-dev libgtest-dev libgmock-dev libpugixml-dev libutf8proc-dev libcli11-dev nlohmann-json3-dev)
 for arg in "$@"; do
   case "$arg" in
     --ci) packages+=(clang libclang-rt-14-dev clang-tidy clang-format libbenchmark-dev) ;;
     --bench) packages+=(libbenchmark-dev gnuplot-nox) ;;
-    --windows) packages+=(g++-mingw-w64-x86-64-posix wine wine64 googletest) ;;
+    # dpkg-dev unpacks the source packages that windows-deps.sh fetches.
+    --windows) packages+=(g++-mingw-w64-x86-64-posix wine wine64 googletest dpkg-dev) windows=true ;;
     *) echo "setup.sh: unknown option $arg" >&2; exit 2 ;;
   esac
 done
@@ -24,14 +29,20 @@ for package in "${packages[@]}"; do
     missing+=("$package")
   fi
 done
-[ ${#missing[@]} -eq 0 ] && exit 0
-
-if [ "$(id -u)" -ne 0 ]; then
-  echo "Missing packages. Run as root:" >&2
-  echo "  apt-get update && apt-get install -y ${missing[*]}" >&2
-  exit 1
+if [ ${#missing[@]} -gt 0 ]; then
+  if [ "$(id -u)" -ne 0 ]; then
+    echo "Missing packages. Run as root:" >&2
+    echo "  apt-get update && apt-get install -y ${missing[*]}" >&2
+    exit 1
+  fi
+  echo "Installing: ${missing[*]}"
+  export DEBIAN_FRONTEND=noninteractive
+  apt-get update -qq
+  apt-get install -y -qq --no-install-recommends "${missing[@]}"
 fi
-echo "Installing: ${missing[*]}"
-export DEBIAN_FRONTEND=noninteractive
-apt-get update -qq
-apt-get install -y -qq --no-install-recommends "${missing[@]}"
+
+# Debian ships pugixml and utf8proc for Linux only; the cross build gets its
+# own, built from the same sources. Quick when they are already there.
+if $windows; then
+  scripts/windows-deps.sh
+fi

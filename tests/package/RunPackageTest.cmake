@@ -1,8 +1,11 @@
 # cmake -DBUILD_DIR=... -DSOURCE_DIR=... -DCONSUMER_SOURCE_DIR=... -DWORK_DIR=... -DGENERATOR=... -DCONFIG=...
-#       -DEXECUTABLE=<consumer file name> -DCATALOGUE=ON|OFF
-#       [-DTOOLCHAIN_FILE=... -DBOOST_HEADERS=... -DEMULATOR=...] -P RunPackageTest.cmake
+#       -DCATALOGUE=ON|OFF [-DEXECUTABLE_SUFFIX=.exe]
+#       [-DTOOLCHAIN_FILE=... -DFIND_ROOT_PATH=... -DBOOST_HEADERS=... -DCLI11_HEADERS=...
+#        -DNLOHMANN_JSON_HEADERS=... -DEMULATOR=...] -P RunPackageTest.cmake
 # Builds the consumer against the installed package, then with the library added as a subdirectory.
 # With CATALOGUE, the catalogue consumer too, and the installed tool checks the walkthrough's catalogue.
+# FIND_ROOT_PATH holds the build's own roots (a cross build's pugixml and utf8proc), which the
+# subdirectory build needs again; the installed package does not.
 cmake_minimum_required(VERSION 3.25)
 
 function(run)
@@ -18,28 +21,40 @@ set(prefix ${WORK_DIR}/prefix)
 
 set(configure_options -G ${GENERATOR} -DCMAKE_BUILD_TYPE=${CONFIG})
 if(TOOLCHAIN_FILE)
-  # The toolchain searches the target's tree only; the prefix becomes part of it.
-  list(APPEND configure_options -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN_FILE} -DCMAKE_FIND_ROOT_PATH=${prefix})
+  # The toolchain searches the target's tree only; the prefix becomes part of
+  # it. A list does not survive a -D option here, hence the initial cache.
+  set(roots ${prefix} ${FIND_ROOT_PATH})
+  file(WRITE ${WORK_DIR}/find-root-path.cmake "set(CMAKE_FIND_ROOT_PATH [==[${roots}]==] CACHE STRING \"\")\n")
+  list(APPEND configure_options -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN_FILE} -C ${WORK_DIR}/find-root-path.cmake)
 endif()
-if(BOOST_HEADERS)
-  list(APPEND configure_options -DZALT_LTS_BOOST_HEADERS=${BOOST_HEADERS})
-endif()
+foreach(headers IN ITEMS BOOST CLI11 NLOHMANN_JSON)
+  if(${headers}_HEADERS)
+    list(APPEND configure_options -DZALT_LTS_${headers}_HEADERS=${${headers}_HEADERS})
+  endif()
+endforeach()
 
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix} --config ${CONFIG})
 run(${CMAKE_COMMAND} -S ${CONSUMER_SOURCE_DIR} -B ${WORK_DIR}/build ${configure_options}
     -DCMAKE_PREFIX_PATH=${prefix} -DWITH_CATALOGUE=${CATALOGUE})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
-run(${EMULATOR} ${WORK_DIR}/build/${EXECUTABLE})
+run(${EMULATOR} ${WORK_DIR}/build/consumer${EXECUTABLE_SUFFIX})
 if(CATALOGUE)
-  run(${WORK_DIR}/build/catalogue_consumer)
-  run(${prefix}/bin/zalt-lts-catalogue check ${SOURCE_DIR}/examples/catalogue/walkthrough.xml)
+  run(${EMULATOR} ${WORK_DIR}/build/catalogue_consumer${EXECUTABLE_SUFFIX})
+  # From the source root: on Windows the tool's CLI11 takes an argument that
+  # begins with / for an option, so the catalogue is named relative to it.
+  execute_process(COMMAND ${EMULATOR} ${prefix}/bin/zalt-lts-catalogue${EXECUTABLE_SUFFIX}
+                          check examples/catalogue/walkthrough.xml
+    WORKING_DIRECTORY ${SOURCE_DIR} RESULT_VARIABLE result)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "failed (${result}): the installed zalt-lts-catalogue check examples/catalogue/walkthrough.xml")
+  endif()
 endif()
 
 run(${CMAKE_COMMAND} -S ${CONSUMER_SOURCE_DIR} -B ${WORK_DIR}/subdirectory ${configure_options}
     -DZALT_LTS_SOURCE_DIR=${SOURCE_DIR})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/subdirectory --target consumer)
-run(${EMULATOR} ${WORK_DIR}/subdirectory/${EXECUTABLE})
+run(${EMULATOR} ${WORK_DIR}/subdirectory/consumer${EXECUTABLE_SUFFIX})
 if(CATALOGUE)
   run(${CMAKE_COMMAND} --build ${WORK_DIR}/subdirectory --target catalogue_consumer)
-  run(${WORK_DIR}/subdirectory/catalogue_consumer)
+  run(${EMULATOR} ${WORK_DIR}/subdirectory/catalogue_consumer${EXECUTABLE_SUFFIX})
 endif()

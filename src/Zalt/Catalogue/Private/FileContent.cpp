@@ -34,12 +34,20 @@ std::size_t expectedSize(const std::string& path) {
   return unknown ? chunk : static_cast<std::size_t>(size) + 1;
 }
 
+// Windows refuses to open a directory as a file with EACCES, which would send
+// the user looking for a permission problem; the reason is the same as on
+// Linux instead.
+int openError(const std::string& path, int error) {
+  std::error_code unknown;
+  return std::filesystem::is_directory(path, unknown) ? EISDIR : error;
+}
+
 }  // namespace
 
 std::string fileContent(const std::string& path) {
   const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "rb"));
   if (!file) {
-    failToRead(path, errno);
+    failToRead(path, openError(path, errno));
   }
   std::string content(expectedSize(path), '\0');
   std::size_t filled = 0;

@@ -1,0 +1,125 @@
+#!/usr/bin/env bash
+# Builds pugixml and utf8proc for the Windows cross build from Debian's own
+# source packages, as static libraries, with the project's MinGW-w64 toolchain:
+#   scripts/windows-deps.sh [<prefix> [<work-dir>]]
+# into <prefix> (default build/windows-deps/prefix, which the windows preset
+# searches), with the sources and their builds in <work-dir> (default
+# build/windows-deps/src). Both lie outside build/windows, so a fresh build of
+# the project does not rebuild them.
+#
+# Static, because both stay private to Zalt_LtsCatalogue.dll: linked into it,
+# they need no DLLs of their own beside every program, export nothing (the
+# library exports only what it marks), and cannot be swapped for a differently
+# configured DLL of the same name on a device maker's machine.
+#
+# The sources come from `apt-get source`; nothing else is downloaded. When no
+# source list is enabled, one is added for the suites that debian.sources
+# already configures (as root; otherwise the commands are printed and the
+# script fails, as setup.sh does). A package already installed in <prefix> at
+# the same Debian version is skipped; another version there is refused rather
+# than mixed. The build uses up to CMAKE_BUILD_PARALLEL_LEVEL jobs (default 2).
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+mkdir -p "${1:-build/windows-deps/prefix}" "${2:-build/windows-deps/src}"
+prefix=$(cd "${1:-build/windows-deps/prefix}" && pwd)
+work=$(cd "${2:-build/windows-deps/src}" && pwd)
+toolchain=$PWD/cmake/mingw-w64-x86_64.cmake
+jobs=${CMAKE_BUILD_PARALLEL_LEVEL:-2}
+
+packages=(pugixml utf8proc)
+debian_sources=/etc/apt/sources.list.d/debian.sources
+source_list=/etc/apt/sources.list.d/zalt-lts-deb-src.sources
+
+# Debian's source lists: the same URIs, suites, components and signing keys as
+# the binary ones, in a file of their own.
+enable_source_lists() {
+  local found
+  found=$(apt-cache showsrc --only-source "${packages[@]}" 2>/dev/null | grep -c "^Package:" || true)
+  [ "$found" -ge ${#packages[@]} ] && return
+  local add_list=false
+  if ! grep -rqs '^[^#]*deb-src' /etc/apt/sources.list /etc/apt/sources.list.d/; then
+    [ -f "$debian_sources" ] || { echo "windows-deps.sh: no $debian_sources to derive source lists from" >&2; exit 1; }
+    add_list=true
+  fi
+  if [ "$(id -u)" -ne 0 ]; then
+    echo "windows-deps.sh: the source packages ${packages[*]} need Debian's source lists. Run as root:" >&2
+    if $add_list; then
+      echo "  sed 's/^Types:.*\$/Types: deb-src/' $debian_sources > $source_list" >&2
+    fi
+    echo "  apt-get update" >&2
+    exit 1
+  fi
+  if $add_list; then
+    echo "Adding $source_list: source packages for the suites of $debian_sources"
+    sed 's/^Types:.*$/Types: deb-src/' "$debian_sources" >"$source_list"
+  fi
+  apt-get update -qq
+}
+
+# fetch <package>: prints the directory of its unpacked source, fetching it
+# only the first time. dpkg-source (dpkg-dev) unpacks it and applies Debian's
+# patches; apt has checked the files against the signed Release file.
+fetch() {
+  local package=$1 dir
+  dir=$(find "$work" -maxdepth 1 -type d -name "$package-[0-9]*" | sort | tail -n 1)
+  if [ -z "$dir" ]; then
+    command -v dpkg-source >/dev/null || { echo "windows-deps.sh: dpkg-source is missing (dpkg-dev)" >&2; exit 1; }
+    (cd "$work" && apt-get source -qq "$package" >/dev/null)
+    dir=$(find "$work" -maxdepth 1 -type d -name "$package-[0-9]*" | sort | tail -n 1)
+  fi
+  [ -f "$dir/debian/changelog" ] || { echo "windows-deps.sh: no source tree of $package in $work" >&2; exit 1; }
+  printf '%s\n' "$dir"
+}
+
+# logged <log> <command>...: runs the command with its output in <log>, and
+# shows the log's end when it fails.
+logged() {
+  local log=$1
+  shift
+  if ! "$@" >>"$log" 2>&1; then
+    tail -n 40 "$log" >&2
+    echo "windows-deps.sh: failed: $* (whole log: $log)" >&2
+    exit 1
+  fi
+}
+
+# build <package> <source-dir> <cmake-option>...: configures, builds and
+# installs it, then leaves a stamp with its Debian version in the prefix. A
+# failed build leaves none, so the next run starts it again.
+build() {
+  local package=$1 source=$2 version stamp start
+  shift 2
+  version=$(dpkg-parsechangelog -l "$source/debian/changelog" -SVersion)
+  stamp=$prefix/share/zalt-lts-deps/$package
+  if [ -f "$stamp" ]; then
+    if [ "$(cat "$stamp")" = "$version static" ]; then
+      return
+    fi
+    echo "windows-deps.sh: $prefix holds $package $(cat "$stamp"), not $version static; remove it to rebuild" >&2
+    exit 1
+  fi
+  start=$SECONDS
+  local build_dir=$work/build-$package log=$work/build-$package.log
+  rm -rf "$build_dir" "$log"
+  # --no-warn-unused-cli: utf8proc has no BUILD_TESTING.
+  logged "$log" cmake -S "$source" -B "$build_dir" -G Ninja --log-level=WARNING --no-warn-unused-cli \
+    -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
+    -DCMAKE_BUILD_TYPE=Release \
+    -DCMAKE_INSTALL_PREFIX="$prefix" \
+    -DCMAKE_INSTALL_LIBDIR=lib \
+    -DBUILD_SHARED_LIBS=OFF \
+    -DBUILD_TESTING=OFF \
+    "$@"
+  logged "$log" cmake --build "$build_dir" --parallel "$jobs"
+  logged "$log" cmake --install "$build_dir"
+  mkdir -p "$(dirname "$stamp")"
+  echo "$version static" >"$stamp"
+  echo "$package $version for MinGW-w64 (static) in $prefix: $((SECONDS - start)) s"
+}
+
+enable_source_lists
+pugixml_source=$(fetch pugixml)
+utf8proc_source=$(fetch utf8proc)
+build pugixml "$pugixml_source" -DPUGIXML_BUILD_TESTS=OFF
+build utf8proc "$utf8proc_source" -DUTF8PROC_INSTALL=ON -DUTF8PROC_ENABLE_TESTING=OFF
