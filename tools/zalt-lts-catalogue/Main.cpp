@@ -1,12 +1,15 @@
 // zalt-lts-catalogue: checks localized-text catalogues on the build machine
 // against the rules of the device store, and shows what a store answers.
 //
-//   zalt-lts-catalogue check texts/*.xml [--json]
+//   zalt-lts-catalogue check texts/*.xml [--json] [--width-unit characters]
 //   zalt-lts-catalogue fit texts/*.xml --lang de-DE --width m --lines 2
 //   zalt-lts-catalogue stats texts/*.xml
+//   zalt-lts-catalogue pseudo --from en-US --to en-XA texts/*.xml -o pseudo.xml
 #include "Commands.h"
 #include "ExitCode.h"
 
+#include <Tovra/Locale/LanguageTag.h>
+#include <Zalt/Catalogue/TextMeasure.h>
 #include <Zalt/Catalogue/TextWidthTokens.h>
 
 #include <CLI/CLI.hpp>
@@ -18,6 +21,7 @@
 #include <exception>
 #include <iostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -35,14 +39,41 @@ std::string exitStatusFooter() {
   return footer;
 }
 
-// The reader's own tokens; CLI11 alone would also take a width's number.
-CLI::Validator widthToken() {
-  const auto& tokens = Zalt::Catalogue::textWidthTokens();
+// Exactly the names of `table`: CLI11's checked transformer alone would also
+// take the values' numbers.
+template <typename Value>
+CLI::Validator oneOf(const std::vector<std::pair<std::string, Value>>& table) {
   std::string names;
-  for (const auto& token : tokens) {
-    names += (names.empty() ? "" : ", ") + token.first;
+  for (const auto& entry : table) {
+    names += (names.empty() ? "" : ", ") + entry.first;
   }
-  return (CLI::IsMember(tokens) & CLI::Transformer(tokens)).description("one of " + names);
+  return (CLI::IsMember(table) & CLI::Transformer(table)).description("one of " + names);
+}
+
+const std::vector<std::pair<std::string, Zalt::Catalogue::WidthUnit>>& widthUnits() {
+  static const std::vector<std::pair<std::string, Zalt::Catalogue::WidthUnit>> units = {
+      {"fullwidth", Zalt::Catalogue::WidthUnit::Fullwidth},
+      {"characters", Zalt::Catalogue::WidthUnit::Characters}};
+  return units;
+}
+
+void addWidthUnitOption(CLI::App& command, Zalt::Catalogue::WidthUnit& unit) {
+  command
+      .add_option("--width-unit", unit,
+                  "What a text's width is measured in: fullwidth (a wide character counts one, any other "
+                  "one half; the default) or characters (each counts one)")
+      ->transform(oneOf(widthUnits()));
+}
+
+// The store takes only tags of two letters, a hyphen and two letters.
+CLI::Validator storeLanguageTag() {
+  return CLI::Validator(
+      [](const std::string& tag) {
+        return Tovra::Locale::LanguageTag(tag).is2LetterLangAnd2LetterCountry()
+                   ? std::string()
+                   : "'" + tag + "' is not a language tag of the form ll-CC, like 'en-US'";
+      },
+      "ll-CC");
 }
 
 int run(int argc, char** argv) {
@@ -61,22 +92,39 @@ int run(int argc, char** argv) {
   checkCommand->add_flag("--json", json,
                          "Print one JSON document {texts, findings: [{file, line, column, kind, message}]}, "
                          "file problems too; a wrong command line prints none");
+  Zalt::Catalogue::WidthUnit unit = Zalt::Catalogue::WidthUnit::Fullwidth;
+  addWidthUnitOption(*checkCommand, unit);
 
   FitRequest request;
   CLI::App* fitCommand =
       app.add_subcommand("fit", "Show the text that a device store answers for each reference.");
   fitCommand->add_option("files", files, filesHelp)->required();
   fitCommand->add_option("--lang", request.language, "Language tag, such as de-DE")->required();
-  fitCommand->add_option("--width", request.width, "Display width")->transform(widthToken());
+  fitCommand->add_option("--width", request.width, "Display width")
+      ->transform(oneOf(Zalt::Catalogue::textWidthTokens()));
   fitCommand->add_option("--lines", request.lines, "Number of lines the display has room for");
   fitCommand->add_option("--ref", request.ref, "Only this reference");
   fitCommand->add_option_function<std::uint64_t>(
       "--ref-version",
       [&request](std::uint64_t version) { request.version = Tovra::Mdib::VersionCounter(version); },
       "This version instead of the newest");
+  addWidthUnitOption(*fitCommand, request.unit);
 
   CLI::App* statsCommand = app.add_subcommand("stats", "Count texts, references, versions and languages.");
   statsCommand->add_option("files", files, filesHelp)->required();
+  addWidthUnitOption(*statsCommand, unit);
+
+  PseudoRequest pseudoRequest;
+  CLI::App* pseudoCommand = app.add_subcommand(
+      "pseudo", "Write a pseudo-translation of one language: accented, longer, each line in brackets.");
+  pseudoCommand->add_option("files", files, filesHelp)->required();
+  pseudoCommand->add_option("--from", pseudoRequest.from, "The language to translate, such as en-US")
+      ->required();
+  pseudoCommand->add_option("--to", pseudoRequest.to, "The pseudo-language's tag, such as en-XA")
+      ->required()
+      ->check(storeLanguageTag());
+  pseudoCommand->add_option("-o,--output", pseudoRequest.output,
+                            "The catalogue file to write; standard output without it");
 
   try {
     app.parse(argc, argv);
@@ -84,12 +132,15 @@ int run(int argc, char** argv) {
     return app.exit(error) == 0 ? success : failure;
   }
   if (checkCommand->parsed()) {
-    return check(files, json);
+    return check(files, json, unit);
   }
   if (fitCommand->parsed()) {
     return fit(files, request);
   }
-  return stats(files);
+  if (pseudoCommand->parsed()) {
+    return pseudo(files, pseudoRequest);
+  }
+  return stats(files, unit);
 }
 
 // A gate whose report did not reach its file must not pass: a full disk
