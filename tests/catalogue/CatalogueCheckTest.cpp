@@ -140,4 +140,29 @@ TEST(CatalogueCheck, ACatalogueWithoutTextsIsAFindingThatPointsAtMisplacedElemen
   EXPECT_THAT(checkCatalogue(someText).findings, testing::IsEmpty());
 }
 
+TEST(CatalogueCheck, ReportsKeptTextsDeclaredNarrowerThanTheyMeasure) {
+  const auto texts = catalogue({
+      "<LocalizedText Ref='a' Lang='de-DE' Version='1' TextWidth='xs'>abcdefgh</LocalizedText>",
+      "<LocalizedText Ref='b' Lang='de-DE' Version='1' "
+      "TextWidth='s'>ab&#10;abcdefghijklmnopq</LocalizedText>",
+      "<LocalizedText Ref='b' Lang='de-DE' Version='1' "
+      "TextWidth='s'>ab&#10;abcdefghijklmnopq</LocalizedText>",
+      "<LocalizedText Ref='c' Lang='de-DE' Version='1'>abcdefghijklmnopqrstuvwxyz</LocalizedText>",
+      "<LocalizedText Ref='d' Lang='de-DE' Version='1' TextWidth='xs'>\xE5\xBF\x83\xE6\x8B\x8D\xE6\x95\xB0"
+      "\xE9\xAB\x98\xE3\x81\x84</LocalizedText>",
+      "<LocalizedText Lang='de-DE' Version='1' TextWidth='xs'>abcdefghijklmnopqrstuvwxyz</LocalizedText>",
+  });
+  EXPECT_THAT(
+      shown(checkCatalogue(texts).findings),
+      testing::ElementsAre("3 width: TextWidth 's' holds at most 8 fullwidth characters a line, but line 2 "
+                           "is 9 wide and needs 'm'",
+                           "4 dropped: dropped: the text at c.xml:3 has the same reference, language, "
+                           "version, width and number of lines",
+                           "6 width: TextWidth 'xs' holds at most 4 fullwidth characters a line, but line 1 "
+                           "is 5 wide and needs 's'",
+                           "7 rejected: Cannot add localized text without reference"));
+  EXPECT_EQ(checkCatalogue(texts, Zalt::Catalogue::WidthUnit::Characters).findings.at(0).message,
+            "TextWidth 'xs' holds at most 4 characters a line, but line 1 is 8 wide and needs 's'");
+}
+
 }  // namespace
