@@ -141,16 +141,19 @@ TEST(CatalogueCheck, ACatalogueWithoutTextsIsAFindingThatPointsAtMisplacedElemen
 }
 
 TEST(CatalogueCheck, ReportsKeptTextsDeclaredNarrowerThanTheyMeasure) {
+  const std::string fiveWide = "\xE5\xBF\x83\xE6\x8B\x8D\xE6\x95\xB0\xE9\xAB\x98\xE3\x81\x84";
+  const auto sized = [](const std::string& ref, const std::string& width, const std::string& content) {
+    return "<LocalizedText " + ref + " Lang='de-DE' Version='1' " + width + ">" + content +
+           "</LocalizedText>";
+  };
+  const std::string twoLines = "ab&#10;abcdefghijklmnopq";
   const auto texts = catalogue({
-      "<LocalizedText Ref='a' Lang='de-DE' Version='1' TextWidth='xs'>abcdefgh</LocalizedText>",
-      "<LocalizedText Ref='b' Lang='de-DE' Version='1' "
-      "TextWidth='s'>ab&#10;abcdefghijklmnopq</LocalizedText>",
-      "<LocalizedText Ref='b' Lang='de-DE' Version='1' "
-      "TextWidth='s'>ab&#10;abcdefghijklmnopq</LocalizedText>",
-      "<LocalizedText Ref='c' Lang='de-DE' Version='1'>abcdefghijklmnopqrstuvwxyz</LocalizedText>",
-      "<LocalizedText Ref='d' Lang='de-DE' Version='1' TextWidth='xs'>\xE5\xBF\x83\xE6\x8B\x8D\xE6\x95\xB0"
-      "\xE9\xAB\x98\xE3\x81\x84</LocalizedText>",
-      "<LocalizedText Lang='de-DE' Version='1' TextWidth='xs'>abcdefghijklmnopqrstuvwxyz</LocalizedText>",
+      sized("Ref='a'", "TextWidth='xs'", "abcdefgh"),
+      sized("Ref='b'", "TextWidth='s'", twoLines),
+      sized("Ref='b'", "TextWidth='s'", twoLines),
+      sized("Ref='c'", "", "abcdefghijklmnopqrstuvwxyz"),
+      sized("Ref='d'", "TextWidth='xs'", fiveWide),
+      sized("", "TextWidth='xs'", "abcdefghijklmnopqrstuvwxyz"),
   });
   EXPECT_THAT(
       shown(checkCatalogue(texts).findings),

@@ -76,6 +76,64 @@ CLI::Validator storeLanguageTag() {
       "ll-CC");
 }
 
+// What the command line asks for, filled in by CLI11.
+struct Request {
+  std::vector<std::string> files;
+  bool json = false;
+  Zalt::Catalogue::WidthUnit unit = Zalt::Catalogue::WidthUnit::Fullwidth;
+  FitRequest fit;
+  PseudoRequest pseudo;
+};
+
+CLI::App* addCheck(CLI::App& app, Request& request) {
+  CLI::App* command = app.add_subcommand(
+      "check", "Report every problem that a device store would meet; exit 1 if there is any.");
+  command->add_option("files", request.files, filesHelp)->required();
+  command->add_flag("--json", request.json,
+                    "Print one JSON document {texts, findings: [{file, line, column, kind, message}]}, "
+                    "file problems too; a wrong command line prints none");
+  addWidthUnitOption(*command, request.unit);
+  return command;
+}
+
+CLI::App* addFit(CLI::App& app, Request& request) {
+  FitRequest& fit = request.fit;
+  CLI::App* command =
+      app.add_subcommand("fit", "Show the text that a device store answers for each reference.");
+  command->add_option("files", request.files, filesHelp)->required();
+  command->add_option("--lang", fit.language, "Language tag, such as de-DE")->required();
+  command->add_option("--width", fit.width, "Display width")
+      ->transform(oneOf(Zalt::Catalogue::textWidthTokens()));
+  command->add_option("--lines", fit.lines, "Number of lines the display has room for");
+  command->add_option("--ref", fit.ref, "Only this reference");
+  command->add_option_function<std::uint64_t>(
+      "--ref-version", [&fit](std::uint64_t version) { fit.version = Tovra::Mdib::VersionCounter(version); },
+      "This version instead of the newest");
+  addWidthUnitOption(*command, fit.unit);
+  return command;
+}
+
+CLI::App* addStats(CLI::App& app, Request& request) {
+  CLI::App* command = app.add_subcommand("stats", "Count texts, references, versions and languages.");
+  command->add_option("files", request.files, filesHelp)->required();
+  addWidthUnitOption(*command, request.unit);
+  return command;
+}
+
+CLI::App* addPseudo(CLI::App& app, Request& request) {
+  PseudoRequest& pseudo = request.pseudo;
+  CLI::App* command = app.add_subcommand(
+      "pseudo", "Write a pseudo-translation of one language: accented, longer, each line in brackets.");
+  command->add_option("files", request.files, filesHelp)->required();
+  command->add_option("--from", pseudo.from, "The language to translate, such as en-US")->required();
+  command->add_option("--to", pseudo.to, "The pseudo-language's tag, such as en-XA")
+      ->required()
+      ->check(storeLanguageTag());
+  command->add_option("-o,--output", pseudo.output,
+                      "The catalogue file to write; standard output without it");
+  return command;
+}
+
 int run(int argc, char** argv) {
   CLI::App app("Checks localized-text catalogues against the rules of the device store.",
                "zalt-lts-catalogue");
@@ -84,63 +142,26 @@ int run(int argc, char** argv) {
   app.footer(exitStatusFooter());
   app.require_subcommand(1);
 
-  std::vector<std::string> files;
-  bool json = false;
-  CLI::App* checkCommand = app.add_subcommand(
-      "check", "Report every problem that a device store would meet; exit 1 if there is any.");
-  checkCommand->add_option("files", files, filesHelp)->required();
-  checkCommand->add_flag("--json", json,
-                         "Print one JSON document {texts, findings: [{file, line, column, kind, message}]}, "
-                         "file problems too; a wrong command line prints none");
-  Zalt::Catalogue::WidthUnit unit = Zalt::Catalogue::WidthUnit::Fullwidth;
-  addWidthUnitOption(*checkCommand, unit);
-
-  FitRequest request;
-  CLI::App* fitCommand =
-      app.add_subcommand("fit", "Show the text that a device store answers for each reference.");
-  fitCommand->add_option("files", files, filesHelp)->required();
-  fitCommand->add_option("--lang", request.language, "Language tag, such as de-DE")->required();
-  fitCommand->add_option("--width", request.width, "Display width")
-      ->transform(oneOf(Zalt::Catalogue::textWidthTokens()));
-  fitCommand->add_option("--lines", request.lines, "Number of lines the display has room for");
-  fitCommand->add_option("--ref", request.ref, "Only this reference");
-  fitCommand->add_option_function<std::uint64_t>(
-      "--ref-version",
-      [&request](std::uint64_t version) { request.version = Tovra::Mdib::VersionCounter(version); },
-      "This version instead of the newest");
-  addWidthUnitOption(*fitCommand, request.unit);
-
-  CLI::App* statsCommand = app.add_subcommand("stats", "Count texts, references, versions and languages.");
-  statsCommand->add_option("files", files, filesHelp)->required();
-  addWidthUnitOption(*statsCommand, unit);
-
-  PseudoRequest pseudoRequest;
-  CLI::App* pseudoCommand = app.add_subcommand(
-      "pseudo", "Write a pseudo-translation of one language: accented, longer, each line in brackets.");
-  pseudoCommand->add_option("files", files, filesHelp)->required();
-  pseudoCommand->add_option("--from", pseudoRequest.from, "The language to translate, such as en-US")
-      ->required();
-  pseudoCommand->add_option("--to", pseudoRequest.to, "The pseudo-language's tag, such as en-XA")
-      ->required()
-      ->check(storeLanguageTag());
-  pseudoCommand->add_option("-o,--output", pseudoRequest.output,
-                            "The catalogue file to write; standard output without it");
-
+  Request request;
+  const CLI::App* const checkCommand = addCheck(app, request);
+  const CLI::App* const fitCommand = addFit(app, request);
+  addStats(app, request);
+  const CLI::App* const pseudoCommand = addPseudo(app, request);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? success : failure;
   }
   if (checkCommand->parsed()) {
-    return check(files, json, unit);
+    return check(request.files, request.json, request.unit);
   }
   if (fitCommand->parsed()) {
-    return fit(files, request);
+    return fit(request.files, request.fit);
   }
   if (pseudoCommand->parsed()) {
-    return pseudo(files, pseudoRequest);
+    return pseudo(request.files, request.pseudo);
   }
-  return stats(files, unit);
+  return stats(request.files, request.unit);
 }
 
 // A gate whose report did not reach its file must not pass: a full disk
