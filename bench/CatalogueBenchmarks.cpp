@@ -5,6 +5,7 @@
 //   catalogue/add/N         the floor: one add of N texts from memory
 //   catalogue/read+add/N    reading the catalogue file and adding its texts
 //   catalogue/check/N       checking the texts read from the file
+//   catalogue/measure/N     measuring every text's width, as checking does
 //   catalogue/memory/N      peak heap while reading and checking, beside the
 //                           heap of a store that holds the texts
 //
@@ -16,11 +17,13 @@
 #include <Tovra/Mdib/LocalizedText.h>
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
+#include <Zalt/Catalogue/TextMeasure.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 #include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -93,12 +96,35 @@ void readAndAdd(benchmark::State& state, std::size_t references) {
 void check(benchmark::State& state, std::size_t references) {
   const CatalogueFile file(references);
   const Zalt::Catalogue::CatalogueTexts catalogue = Zalt::Catalogue::readCatalogueFile(file.path());
+  // Some of the benchmarks' long Japanese labels are declared narrower than
+  // they measure; any other finding would mean that the check took a path
+  // that a good catalogue does not.
+  std::size_t tooNarrow = 0;
   for (auto _ : state) {
-    if (!Zalt::Catalogue::checkCatalogue(catalogue).findings.empty()) {
-      state.SkipWithError("the benchmark catalogue has findings");
+    const auto findings = Zalt::Catalogue::checkCatalogue(catalogue).findings;
+    tooNarrow =
+        static_cast<std::size_t>(std::count_if(findings.begin(), findings.end(), [](const auto& finding) {
+          return finding.kind == Zalt::Catalogue::Finding::Kind::Width;
+        }));
+    if (tooNarrow != findings.size()) {
+      state.SkipWithError("the benchmark catalogue has findings other than widths");
     }
   }
+  state.counters["width_findings"] = static_cast<double>(tooNarrow);
   state.SetItemsProcessed(state.iterations() * asCount(catalogue.texts.size()));
+}
+
+// The part of check that measures widths, alone.
+void measure(benchmark::State& state, std::size_t references) {
+  const std::vector<LocalizedText> catalogue = makeCatalogue(references);
+  Zalt::Catalogue::TextMeasure measured;
+  for (auto _ : state) {
+    for (const LocalizedText& text : catalogue) {
+      Zalt::Catalogue::measureText(text.text(), Zalt::Catalogue::WidthUnit::Fullwidth, measured);
+      benchmark::DoNotOptimize(measured.measuredClass);
+    }
+  }
+  state.SetItemsProcessed(state.iterations() * asCount(catalogue.size()));
 }
 
 // Peak heap of what `zalt-lts-catalogue check` does, reading included, and of
@@ -152,6 +178,7 @@ bool registerCatalogueBenchmarks() {
     timed("add", addOnce);
     timed("read+add", readAndAdd);
     timed("check", check);
+    timed("measure", measure);
     benchmark::RegisterBenchmark(("catalogue/memory" + size).c_str(), memory, references)->Iterations(1);
   }
   return true;

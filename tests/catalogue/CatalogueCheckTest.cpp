@@ -140,4 +140,32 @@ TEST(CatalogueCheck, ACatalogueWithoutTextsIsAFindingThatPointsAtMisplacedElemen
   EXPECT_THAT(checkCatalogue(someText).findings, testing::IsEmpty());
 }
 
+TEST(CatalogueCheck, ReportsKeptTextsDeclaredNarrowerThanTheyMeasure) {
+  const std::string fiveWide = "\xE5\xBF\x83\xE6\x8B\x8D\xE6\x95\xB0\xE9\xAB\x98\xE3\x81\x84";
+  const auto sized = [](const std::string& ref, const std::string& width, const std::string& content) {
+    return "<LocalizedText " + ref + " Lang='de-DE' Version='1' " + width + ">" + content +
+           "</LocalizedText>";
+  };
+  const std::string twoLines = "ab&#10;abcdefghijklmnopq";
+  const auto texts = catalogue({
+      sized("Ref='a'", "TextWidth='xs'", "abcdefgh"),
+      sized("Ref='b'", "TextWidth='s'", twoLines),
+      sized("Ref='b'", "TextWidth='s'", twoLines),
+      sized("Ref='c'", "", "abcdefghijklmnopqrstuvwxyz"),
+      sized("Ref='d'", "TextWidth='xs'", fiveWide),
+      sized("", "TextWidth='xs'", "abcdefghijklmnopqrstuvwxyz"),
+  });
+  EXPECT_THAT(
+      shown(checkCatalogue(texts).findings),
+      testing::ElementsAre("3 width: TextWidth 's' holds at most 8 fullwidth characters a line, but line 2 "
+                           "is 9 wide and needs 'm'",
+                           "4 dropped: dropped: the text at c.xml:3 has the same reference, language, "
+                           "version, width and number of lines",
+                           "6 width: TextWidth 'xs' holds at most 4 fullwidth characters a line, but line 1 "
+                           "is 5 wide and needs 's'",
+                           "7 rejected: Cannot add localized text without reference"));
+  EXPECT_EQ(checkCatalogue(texts, Zalt::Catalogue::WidthUnit::Characters).findings.at(0).message,
+            "TextWidth 'xs' holds at most 4 characters a line, but line 1 is 8 wide and needs 's'");
+}
+
 }  // namespace

@@ -40,14 +40,15 @@ void printJson(const std::vector<Finding>& reported, std::size_t texts) {
 
 }  // namespace
 
-int check(const std::vector<std::string>& files, bool json) {
+int check(const std::vector<std::string>& files, bool json, Zalt::Catalogue::WidthUnit unit) {
   LoadedCatalogue loaded = loadCatalogue(files);
   const bool unreadable = !loaded.problems.empty();
   // With a file missing, the rest would be checked as if its texts were meant
   // to be absent, with a languages finding for every reference; only the file
   // problems are worth reading then.
   const std::vector<Finding> reported =
-      unreadable ? std::move(loaded.problems) : Zalt::Catalogue::checkCatalogue(loaded.catalogue).findings;
+      unreadable ? std::move(loaded.problems)
+                 : Zalt::Catalogue::checkCatalogue(loaded.catalogue, unit).findings;
   if (json) {
     printJson(reported, loaded.catalogue.texts.size());
   } else {

@@ -5,6 +5,7 @@
 
 #include <Tovra/Mdib/LocalizedTextWidth.h>
 #include <Tovra/Mdib/VersionCounter.h>
+#include <Zalt/Catalogue/TextMeasure.h>
 #include <Zalt/Localization/NumberOfLines.h>
 
 #include <boost/optional.hpp>
@@ -16,8 +17,8 @@ namespace ZaltCatalogueTool {
 
 // Every problem that a device store would meet, one "FILE:LINE:COLUMN: message"
 // per line, then a summary line; or one JSON document. With file problems, only
-// those.
-int check(const std::vector<std::string>& files, bool json);
+// those. Widths are measured in `unit`.
+int check(const std::vector<std::string>& files, bool json, Zalt::Catalogue::WidthUnit unit);
 
 struct FitRequest {
   std::string language;
@@ -25,6 +26,8 @@ struct FitRequest {
   boost::optional<Zalt::Localization::NumberOfLines> lines;
   boost::optional<std::string> ref;
   boost::optional<Tovra::Mdib::VersionCounter> version;
+  // What the measured class of each answer is counted in.
+  Zalt::Catalogue::WidthUnit unit = Zalt::Catalogue::WidthUnit::Fullwidth;
 };
 
 // A table of what the store's text() answers for each reference (or the one
@@ -32,8 +35,21 @@ struct FitRequest {
 // stderr, instead, which language, reference or version no kept text has.
 int fit(const std::vector<std::string>& files, const FitRequest& request);
 
-// Numbers of texts, references, versions and languages, and texts per width
-// and number of lines.
-int stats(const std::vector<std::string>& files);
+// Numbers of texts, references, versions and languages, texts per width and
+// number of lines, and per language the texts declared narrower than they
+// measure in `unit`.
+int stats(const std::vector<std::string>& files, Zalt::Catalogue::WidthUnit unit);
+
+struct PseudoRequest {
+  std::string from;
+  std::string to;
+  // The file to write; standard output when absent.
+  boost::optional<std::string> output;
+};
+
+// A catalogue file with, for each kept text in the language `from`, a text in
+// `to` with the same reference, version and width whose content is its
+// pseudo-translation. Says on stderr, instead, that no kept text has `from`.
+int pseudo(const std::vector<std::string>& files, const PseudoRequest& request);
 
 }  // namespace ZaltCatalogueTool

@@ -3,6 +3,7 @@
 #include "LoadCatalogue.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Catalogue/TextMeasure.h>
 #include <Zalt/Errors/InternalConsistencyFailure.h>
 #include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
 
@@ -90,7 +91,7 @@ boost::optional<std::string> unanswerable(const std::vector<Tovra::Mdib::Localiz
 std::vector<std::vector<std::string>> answers(const LocalizedTextStore& store,
                                               const std::map<LocalizedTextRef, VersionCounter>& references,
                                               const FitRequest& request) {
-  std::vector<std::vector<std::string>> rows{{"REFERENCE", "VERSION", "WIDTH", "LINES", "TEXT"}};
+  std::vector<std::vector<std::string>> rows{{"REFERENCE", "VERSION", "WIDTH", "MEASURED", "LINES", "TEXT"}};
   const LanguageTag language(request.language);
   for (const auto& reference : references) {
     const Zalt::Localization::LocalizedText text =
@@ -99,10 +100,12 @@ std::vector<std::vector<std::string>> answers(const LocalizedTextStore& store,
                    language);
     std::vector<std::string> row{reference.first.get().value(), std::to_string(reference.second.get())};
     if (text.version()) {
-      row.insert(row.end(), {text.textWidth() ? Tovra::Mdib::name(*text.textWidth()) : "--",
-                             std::to_string(text.numberOfLines()), shown(text.text())});
+      row.insert(row.end(),
+                 {text.textWidth() ? Tovra::Mdib::name(*text.textWidth()) : "--",
+                  Tovra::Mdib::name(Zalt::Catalogue::measureText(text.text(), request.unit).measuredClass),
+                  std::to_string(text.numberOfLines()), shown(text.text())});
     } else {
-      row.insert(row.end(), {"", "", "nothing fits"});
+      row.insert(row.end(), {"", "", "", "nothing fits"});
     }
     rows.push_back(std::move(row));
   }
@@ -132,7 +135,8 @@ int fit(const std::vector<std::string>& files, const FitRequest& request) {
     printPlaced(std::cerr, loaded.problems);
     return failure;
   }
-  const Zalt::Catalogue::CatalogueCheck checked = Zalt::Catalogue::checkCatalogue(loaded.catalogue);
+  const Zalt::Catalogue::CatalogueCheck checked =
+      Zalt::Catalogue::checkCatalogue(loaded.catalogue, request.unit);
   if (!checked.findings.empty()) {
     std::cerr << "warning: " << checked.findings.size()
               << (checked.findings.size() == 1 ? " finding" : " findings")

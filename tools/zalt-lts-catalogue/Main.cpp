@@ -1,12 +1,15 @@
 // zalt-lts-catalogue: checks localized-text catalogues on the build machine
 // against the rules of the device store, and shows what a store answers.
 //
-//   zalt-lts-catalogue check texts/*.xml [--json]
+//   zalt-lts-catalogue check texts/*.xml [--json] [--width-unit characters]
 //   zalt-lts-catalogue fit texts/*.xml --lang de-DE --width m --lines 2
 //   zalt-lts-catalogue stats texts/*.xml
+//   zalt-lts-catalogue pseudo --from en-US --to en-XA texts/*.xml -o pseudo.xml
 #include "Commands.h"
 #include "ExitCode.h"
 
+#include <Tovra/Locale/LanguageTag.h>
+#include <Zalt/Catalogue/TextMeasure.h>
 #include <Zalt/Catalogue/TextWidthTokens.h>
 
 #include <CLI/CLI.hpp>
@@ -18,6 +21,7 @@
 #include <exception>
 #include <iostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -35,14 +39,99 @@ std::string exitStatusFooter() {
   return footer;
 }
 
-// The reader's own tokens; CLI11 alone would also take a width's number.
-CLI::Validator widthToken() {
-  const auto& tokens = Zalt::Catalogue::textWidthTokens();
+// Exactly the names of `table`: CLI11's checked transformer alone would also
+// take the values' numbers.
+template <typename Value>
+CLI::Validator oneOf(const std::vector<std::pair<std::string, Value>>& table) {
   std::string names;
-  for (const auto& token : tokens) {
-    names += (names.empty() ? "" : ", ") + token.first;
+  for (const auto& entry : table) {
+    names += (names.empty() ? "" : ", ") + entry.first;
   }
-  return (CLI::IsMember(tokens) & CLI::Transformer(tokens)).description("one of " + names);
+  return (CLI::IsMember(table) & CLI::Transformer(table)).description("one of " + names);
+}
+
+const std::vector<std::pair<std::string, Zalt::Catalogue::WidthUnit>>& widthUnits() {
+  static const std::vector<std::pair<std::string, Zalt::Catalogue::WidthUnit>> units = {
+      {"fullwidth", Zalt::Catalogue::WidthUnit::Fullwidth},
+      {"characters", Zalt::Catalogue::WidthUnit::Characters}};
+  return units;
+}
+
+void addWidthUnitOption(CLI::App& command, Zalt::Catalogue::WidthUnit& unit) {
+  command
+      .add_option("--width-unit", unit,
+                  "What a text's width is measured in: fullwidth (a wide character counts one, any other "
+                  "one half; the default) or characters (each counts one)")
+      ->transform(oneOf(widthUnits()));
+}
+
+// The store takes only tags of two letters, a hyphen and two letters.
+CLI::Validator storeLanguageTag() {
+  return CLI::Validator(
+      [](const std::string& tag) {
+        return Tovra::Locale::LanguageTag(tag).is2LetterLangAnd2LetterCountry()
+                   ? std::string()
+                   : "'" + tag + "' is not a language tag of the form ll-CC, like 'en-US'";
+      },
+      "ll-CC");
+}
+
+// What the command line asks for, filled in by CLI11.
+struct Request {
+  std::vector<std::string> files;
+  bool json = false;
+  Zalt::Catalogue::WidthUnit unit = Zalt::Catalogue::WidthUnit::Fullwidth;
+  FitRequest fit;
+  PseudoRequest pseudo;
+};
+
+CLI::App* addCheck(CLI::App& app, Request& request) {
+  CLI::App* command = app.add_subcommand(
+      "check", "Report every problem that a device store would meet; exit 1 if there is any.");
+  command->add_option("files", request.files, filesHelp)->required();
+  command->add_flag("--json", request.json,
+                    "Print one JSON document {texts, findings: [{file, line, column, kind, message}]}, "
+                    "file problems too; a wrong command line prints none");
+  addWidthUnitOption(*command, request.unit);
+  return command;
+}
+
+CLI::App* addFit(CLI::App& app, Request& request) {
+  FitRequest& fit = request.fit;
+  CLI::App* command =
+      app.add_subcommand("fit", "Show the text that a device store answers for each reference.");
+  command->add_option("files", request.files, filesHelp)->required();
+  command->add_option("--lang", fit.language, "Language tag, such as de-DE")->required();
+  command->add_option("--width", fit.width, "Display width")
+      ->transform(oneOf(Zalt::Catalogue::textWidthTokens()));
+  command->add_option("--lines", fit.lines, "Number of lines the display has room for");
+  command->add_option("--ref", fit.ref, "Only this reference");
+  command->add_option_function<std::uint64_t>(
+      "--ref-version", [&fit](std::uint64_t version) { fit.version = Tovra::Mdib::VersionCounter(version); },
+      "This version instead of the newest");
+  addWidthUnitOption(*command, fit.unit);
+  return command;
+}
+
+CLI::App* addStats(CLI::App& app, Request& request) {
+  CLI::App* command = app.add_subcommand("stats", "Count texts, references, versions and languages.");
+  command->add_option("files", request.files, filesHelp)->required();
+  addWidthUnitOption(*command, request.unit);
+  return command;
+}
+
+CLI::App* addPseudo(CLI::App& app, Request& request) {
+  PseudoRequest& pseudo = request.pseudo;
+  CLI::App* command = app.add_subcommand(
+      "pseudo", "Write a pseudo-translation of one language: accented, longer, each line in brackets.");
+  command->add_option("files", request.files, filesHelp)->required();
+  command->add_option("--from", pseudo.from, "The language to translate, such as en-US")->required();
+  command->add_option("--to", pseudo.to, "The pseudo-language's tag, such as en-XA")
+      ->required()
+      ->check(storeLanguageTag());
+  command->add_option("-o,--output", pseudo.output,
+                      "The catalogue file to write; standard output without it");
+  return command;
 }
 
 int run(int argc, char** argv) {
@@ -53,43 +142,26 @@ int run(int argc, char** argv) {
   app.footer(exitStatusFooter());
   app.require_subcommand(1);
 
-  std::vector<std::string> files;
-  bool json = false;
-  CLI::App* checkCommand = app.add_subcommand(
-      "check", "Report every problem that a device store would meet; exit 1 if there is any.");
-  checkCommand->add_option("files", files, filesHelp)->required();
-  checkCommand->add_flag("--json", json,
-                         "Print one JSON document {texts, findings: [{file, line, column, kind, message}]}, "
-                         "file problems too; a wrong command line prints none");
-
-  FitRequest request;
-  CLI::App* fitCommand =
-      app.add_subcommand("fit", "Show the text that a device store answers for each reference.");
-  fitCommand->add_option("files", files, filesHelp)->required();
-  fitCommand->add_option("--lang", request.language, "Language tag, such as de-DE")->required();
-  fitCommand->add_option("--width", request.width, "Display width")->transform(widthToken());
-  fitCommand->add_option("--lines", request.lines, "Number of lines the display has room for");
-  fitCommand->add_option("--ref", request.ref, "Only this reference");
-  fitCommand->add_option_function<std::uint64_t>(
-      "--ref-version",
-      [&request](std::uint64_t version) { request.version = Tovra::Mdib::VersionCounter(version); },
-      "This version instead of the newest");
-
-  CLI::App* statsCommand = app.add_subcommand("stats", "Count texts, references, versions and languages.");
-  statsCommand->add_option("files", files, filesHelp)->required();
-
+  Request request;
+  const CLI::App* const checkCommand = addCheck(app, request);
+  const CLI::App* const fitCommand = addFit(app, request);
+  addStats(app, request);
+  const CLI::App* const pseudoCommand = addPseudo(app, request);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? success : failure;
   }
   if (checkCommand->parsed()) {
-    return check(files, json);
+    return check(request.files, request.json, request.unit);
   }
   if (fitCommand->parsed()) {
-    return fit(files, request);
+    return fit(request.files, request.fit);
   }
-  return stats(files);
+  if (pseudoCommand->parsed()) {
+    return pseudo(request.files, request.pseudo);
+  }
+  return stats(request.files, request.unit);
 }
 
 // A gate whose report did not reach its file must not pass: a full disk

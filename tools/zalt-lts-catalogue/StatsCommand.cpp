@@ -3,6 +3,7 @@
 #include "LoadCatalogue.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Catalogue/TextMeasure.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
 #include <iostream>
@@ -24,9 +25,17 @@ struct Counts {
   // Keyed by the width's value, -1 for texts without a width, so that widths print narrowest first.
   std::map<int, std::size_t> perWidth;
   std::map<Zalt::Localization::NumberOfLines, std::size_t> perLines;
+  // Every language, with its texts whose declared width is narrower than they measure.
+  std::map<Tovra::Locale::LanguageTag, std::size_t> tooNarrow;
 };
 
-Counts count(const std::vector<CatalogueText>& texts, const std::vector<std::size_t>& kept) {
+bool isDeclaredTooNarrow(const Tovra::Mdib::LocalizedText& text, Zalt::Catalogue::WidthUnit unit) {
+  return text.textWidth() &&
+         *text.textWidth() < Zalt::Catalogue::measureText(text.text(), unit).measuredClass;
+}
+
+Counts count(const std::vector<CatalogueText>& texts, const std::vector<std::size_t>& kept,
+             Zalt::Catalogue::WidthUnit unit) {
   Counts counts;
   for (const std::size_t index : kept) {
     const Tovra::Mdib::LocalizedText& text = texts[index].text;
@@ -35,6 +44,7 @@ Counts count(const std::vector<CatalogueText>& texts, const std::vector<std::siz
     counts.languages.insert(*text.lang());
     ++counts.perWidth[text.textWidth() ? static_cast<int>(*text.textWidth()) : -1];
     ++counts.perLines[Zalt::Localization::Impl::numberOfLineBreaks(text.text()) + 1];
+    counts.tooNarrow[*text.lang()] += isDeclaredTooNarrow(text, unit) ? 1 : 0;
   }
   return counts;
 }
@@ -61,18 +71,22 @@ void print(const Counts& counts, std::size_t kept, std::size_t read) {
   for (const auto& lines : counts.perLines) {
     std::cout << "  " << lines.first << ": " << lines.second << '\n';
   }
+  std::cout << "texts declared narrower than they measure, per language:\n";
+  for (const auto& language : counts.tooNarrow) {
+    std::cout << "  " << language.first << ": " << language.second << '\n';
+  }
 }
 
 }  // namespace
 
-int stats(const std::vector<std::string>& files) {
+int stats(const std::vector<std::string>& files, Zalt::Catalogue::WidthUnit unit) {
   const LoadedCatalogue loaded = loadCatalogue(files);
   if (!loaded.problems.empty()) {
     printPlaced(std::cerr, loaded.problems);
     return failure;
   }
-  const std::vector<std::size_t> kept = Zalt::Catalogue::checkCatalogue(loaded.catalogue).kept;
-  print(count(loaded.catalogue.texts, kept), kept.size(), loaded.catalogue.texts.size());
+  const std::vector<std::size_t> kept = Zalt::Catalogue::checkCatalogue(loaded.catalogue, unit).kept;
+  print(count(loaded.catalogue.texts, kept, unit), kept.size(), loaded.catalogue.texts.size());
   return success;
 }
 

@@ -1,5 +1,7 @@
 #include <Zalt/Catalogue/CheckCatalogue.h>
 
+#include <Zalt/Catalogue/TextWidthTokens.h>
+
 #include <Zalt/Errors/InternalConsistencyFailure.h>
 #include <Zalt/Localization/Private/Common/LanguageConsistencyCheck.h>
 #include <Zalt/Localization/Private/Common/LocalizedTextStoreKeyView.h>
@@ -85,9 +87,18 @@ std::string misplacedMessage(const MisplacedElement& element) {
   return "no localized text found: this " + element.name + " is " + stands + ", not in '" + expected + "'";
 }
 
+std::string widthMessage(Tovra::Mdib::LocalizedTextWidth declared, const TextMeasure& measure,
+                         WidthUnit unit) {
+  const char* const units = unit == WidthUnit::Fullwidth ? " fullwidth characters" : " characters";
+  return "TextWidth '" + textWidthToken(declared) + "' holds at most " +
+         std::to_string(*widthLimit(declared)) + units + " a line, but line " +
+         std::to_string(measure.widestLine) + " is " + std::to_string(measure.width) + " wide and needs '" +
+         textWidthToken(measure.measuredClass) + "'";
+}
+
 class Checker {
 public:
-  explicit Checker(const CatalogueTexts& catalogue) : m_catalogue(catalogue) {}
+  Checker(const CatalogueTexts& catalogue, WidthUnit unit) : m_catalogue(catalogue), m_unit(unit) {}
 
   CatalogueCheck run() && {
     if (m_catalogue.texts.empty()) {
@@ -151,6 +162,7 @@ private:
         moveGroups(ofReference, groups);
       }
       m_check.kept.push_back(text.index);
+      checkWidth(text.index);
       Group& group =
           ofReference.emplace(text.key.version, Group{text.key.ref, text.key.version, {}, text.index})
               .first->second;
@@ -217,6 +229,19 @@ private:
         {Finding::Kind::Inconsistent, m_catalogue.texts[offender->firstText].location, check.mismatch()});
   }
 
+  // A display of the declared width cuts a text whose widest line needs a
+  // wider one.
+  void checkWidth(std::size_t index) {
+    const MdibText& text = m_catalogue.texts[index].text;
+    if (!text.textWidth()) {
+      return;
+    }
+    measureText(text.text(), m_unit, m_measure);
+    if (*text.textWidth() < m_measure.measuredClass) {
+      report(index, Finding::Kind::Width, widthMessage(*text.textWidth(), m_measure, m_unit));
+    }
+  }
+
   void reportEmpty() {
     if (m_catalogue.misplaced.empty()) {
       const SourceLocation location{m_catalogue.files.empty() ? std::string() : m_catalogue.files.front(), 0,
@@ -245,6 +270,9 @@ private:
   }
 
   const CatalogueTexts& m_catalogue;
+  const WidthUnit m_unit;
+  // Reused for every text, so that measuring allocates only for texts of more lines than any before.
+  TextMeasure m_measure;
   // Findings with the index of the text they stand at, for catalogue order.
   std::vector<std::pair<std::size_t, Finding>> m_byText;
   CatalogueCheck m_check;
@@ -252,7 +280,9 @@ private:
 
 }  // namespace
 
-CatalogueCheck checkCatalogue(const CatalogueTexts& catalogue) { return Checker(catalogue).run(); }
+CatalogueCheck checkCatalogue(const CatalogueTexts& catalogue, WidthUnit unit) {
+  return Checker(catalogue, unit).run();
+}
 
 }  // namespace Catalogue
 }  // namespace Zalt

@@ -9,7 +9,9 @@
 //     all references and versions have, or has one which fewer than half have;
 //   - the store's own message if its language check fails;
 //   - a catalogue without any text, with a hint where elements named like
-//     texts stand in another namespace or in none.
+//     texts stand in another namespace or in none;
+//   - each kept text whose declared TextWidth is narrower than its widest
+//     line needs (measureText); a text without a TextWidth is not compared.
 //
 //   CatalogueCheck check = checkCatalogue(readCatalogueFile("texts.xml"));
 //   for (const Finding& finding : check.findings) { ... }
@@ -18,6 +20,7 @@
 #include <Zalt/Catalogue/CatalogueExport.h>
 #include <Zalt/Catalogue/CatalogueTexts.h>
 #include <Zalt/Catalogue/Finding.h>
+#include <Zalt/Catalogue/TextMeasure.h>
 
 #include <cstddef>
 #include <vector>
@@ -36,8 +39,10 @@ struct CatalogueCheck {
 };
 
 // The verdicts are those of the device store's own checks, with its messages,
-// without building a store per text. Throws only what allocation throws.
-ZALT_LTSCATALOGUE_EXPORT CatalogueCheck checkCatalogue(const CatalogueTexts& catalogue);
+// without building a store per text; widths are measured in `unit`. Throws
+// only what allocation throws.
+ZALT_LTSCATALOGUE_EXPORT CatalogueCheck checkCatalogue(const CatalogueTexts& catalogue,
+                                                       WidthUnit unit = WidthUnit::Fullwidth);
 
 }  // namespace Catalogue
 }  // namespace Zalt

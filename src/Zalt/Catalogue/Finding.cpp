@@ -17,6 +17,8 @@ const char* name(Finding::Kind kind) {
       return "inconsistent";
     case Finding::Kind::Empty:
       return "empty";
+    case Finding::Kind::Width:
+      return "width";
   }
   return "unknown";
 }

@@ -29,6 +29,8 @@ struct Finding {
     Inconsistent,
     // No localized text was found in the whole catalogue.
     Empty,
+    // The text's declared width is narrower than its widest line needs.
+    Width,
   };
 
   Kind kind;
@@ -37,7 +39,7 @@ struct Finding {
 };
 
 // The kind's name as the checker's JSON writes it: "file", "rejected",
-// "dropped", "languages", "inconsistent" or "empty".
+// "dropped", "languages", "inconsistent", "empty" or "width".
 ZALT_LTSCATALOGUE_EXPORT const char* name(Finding::Kind kind);
 
 // "FILE:LINE:COLUMN: message", or "FILE: message" where no line applies: how
