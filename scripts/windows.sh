@@ -16,6 +16,14 @@ scripts/setup.sh --windows
 cmake --preset windows
 cmake --build --preset windows
 
+# The configure step only skips the catalogue component when it cannot find
+# pugixml or utf8proc; here that would pass the stage with its tests missing.
+# Naming its targets fails the build when they do not exist.
+if ! cmake --build --preset windows --target Zalt_LtsCatalogue zalt-lts-catalogue >/dev/null; then
+  echo "windows.sh: the catalogue component was not configured (see cmake --preset windows)" >&2
+  exit 1
+fi
+
 # The same prefix as the preset's. Creating it takes several seconds; doing it
 # once here keeps that out of the first test's time limit. The programs need
 # neither Wine's .NET nor its HTML engine, so their installers never start.
