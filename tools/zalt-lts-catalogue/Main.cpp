@@ -140,6 +140,8 @@ int run(int argc, char** argv) {
   app.set_version_flag("--version", std::string("zalt-lts-catalogue ") + ZALT_LTS_CATALOGUE_VERSION,
                        "Print the tool's version and exit");
   app.footer(exitStatusFooter());
+  // A path such as /data/texts.xml is a file, never a Windows-style /option.
+  app.allow_windows_style_options(false);
   app.require_subcommand(1);
 
   Request request;
