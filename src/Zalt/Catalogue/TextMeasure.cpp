@@ -1,10 +1,12 @@
 #include <Zalt/Catalogue/TextMeasure.h>
 
+#include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
+
 #include <utf8proc.h>
+#include <boost/regex/pending/unicode_iterator.hpp>
 
 #include <algorithm>
 #include <limits>
-#include <stdexcept>
 #include <string>
 
 namespace Zalt {
@@ -18,65 +20,7 @@ constexpr char32_t carriageReturn = 0x0D;
 // Not a code point: stands for "nothing yet on this line", before which a cluster always begins.
 constexpr char32_t lineStart = 0xFFFFFFFF;
 
-[[noreturn]] void invalidUtf8() {
-  throw std::out_of_range("Invalid UTF-8 sequence encountered while trying to encode UTF-32 character");
-}
-
-// Decodes the code point at `position` and moves past it. The store decides
-// which texts are valid, so this accepts and refuses exactly what the store's
-// decoder does: a lead byte with five or more leading ones is read as a
-// four-byte lead, and over-long forms, surrogates, values above U+10FFFF and
-// sequences cut short are refused.
-char32_t decode(const unsigned char*& position, const unsigned char* end) {
-  const unsigned char lead = *position;
-  if ((lead & 0xC0U) == 0x80U) {
-    invalidUtf8();
-  }
-  std::ptrdiff_t length = 4;
-  if (lead < 0x80U) {
-    length = 1;
-  } else if (lead < 0xE0U) {
-    length = 2;
-  } else if (lead < 0xF0U) {
-    length = 3;
-  }
-  if (end - position < length) {
-    invalidUtf8();
-  }
-  char32_t value = lead;
-  for (std::ptrdiff_t i = 1; i < length; ++i) {
-    const unsigned char continuation = position[i];
-    if ((continuation & 0xC0U) != 0x80U) {
-      invalidUtf8();
-    }
-    value = (value << 6U) + (continuation & 0x3FU);
-  }
-  // The most each length can hold; a value that fits the length before is over-long.
-  static constexpr char32_t largest[4] = {0x7F, 0x7FF, 0xFFFF, 0x1FFFFF};
-  value &= largest[length - 1];
-  if (value > 0x10FFFF || (value >= 0xD800 && value <= 0xDFFF) ||
-      (length > 1 && value <= largest[length - 2])) {
-    invalidUtf8();
-  }
-  position += length;
-  return value;
-}
-
-bool isPrintableAscii(unsigned char byte) { return byte >= 0x20U && byte < 0x7FU; }
-
-// The breaks other than CR and LF, which need the pending-CR logic.
-bool isOtherLineBreak(char32_t codePoint) {
-  switch (codePoint) {
-    case 0x0B:
-    case 0x0C:
-    case 0x85:
-    case 0x2028:
-    case 0x2029:
-      return true;
-    default:
-      return false;
-  }
-}
+bool isPrintableAscii(char byte) { return byte >= 0x20 && byte < 0x7F; }
 
 std::uint32_t roundedUpWidth(std::uint64_t halves) {
   return static_cast<std::uint32_t>(
@@ -94,23 +38,28 @@ public:
 
   // Most texts are mostly printable ASCII. Such a character after another
   // ASCII one (or at a line's start) always begins a cluster of its own and is
-  // one half wide, so a whole run is counted without decoding. After other
-  // code points it may not (a prepended sign takes the character after it into
-  // its cluster): then this returns false, counting nothing.
-  bool asciiRun(const unsigned char*& position, const unsigned char* end) {
-    if (!isPrintableAscii(*position) || (m_previous >= 0x80 && m_previous != lineStart)) {
+  // one half wide, so a whole run is counted without decoding or looking it
+  // up. After other code points it may not (a prepended sign takes the
+  // character after it into its cluster): then this counts nothing and
+  // returns false.
+  bool asciiRun(std::string::const_iterator& position, std::string::const_iterator end) {
+    if (!startsAsciiRun(*position)) {
       return false;
     }
-    const unsigned char* const run = position;
+    const std::string::const_iterator run = position;
     do {
       ++position;
     } while (position != end && isPrintableAscii(*position));
     m_halves += m_otherHalves * static_cast<std::uint64_t>(position - run);
-    m_previous = position[-1];
+    m_previous = static_cast<unsigned char>(position[-1]);
     m_clusterState = 0;
     m_clusterCounted = true;
     m_carriageReturnPending = false;
     return true;
+  }
+
+  bool startsAsciiRun(char byte) const {
+    return isPrintableAscii(byte) && (m_previous < 0x80 || m_previous == lineStart);
   }
 
   void codePoint(char32_t codePoint) {
@@ -139,10 +88,10 @@ private:
     }
     const bool pending = m_carriageReturnPending;
     m_carriageReturnPending = false;
-    if ((codePoint == lineFeed && !pending) || isOtherLineBreak(codePoint)) {
+    if ((codePoint == lineFeed && !pending) || Localization::Impl::isLineBreakOtherThanCrLf(codePoint)) {
       endLine();
     }
-    return codePoint == lineFeed || isOtherLineBreak(codePoint);
+    return codePoint == lineFeed || Localization::Impl::isLineBreakOtherThanCrLf(codePoint);
   }
 
   void cluster(char32_t codePoint) {
@@ -188,14 +137,22 @@ TextMeasure measureText(const Tovra::Locale::Utf8& text, WidthUnit unit) {
 }
 
 void measureText(const Tovra::Locale::Utf8& text, WidthUnit unit, TextMeasure& measure) {
+  // Between runs of ASCII, the store's own decoder, so that a text measures
+  // exactly where the store takes it as valid and fails with the store's
+  // error elsewhere. It checks the text's first and last sequences whenever it
+  // starts, so a text cut short fails however it begins.
+  using Decoder = boost::u8_to_u32_iterator<std::string::const_iterator, char32_t>;
   const std::string& bytes = text.value();
-  const auto* position = reinterpret_cast<const unsigned char*>(bytes.data());
-  const unsigned char* const end = position + bytes.size();
   LineMeasurer lines(unit, measure.lineWidths);
-  while (position != end) {
-    if (!lines.asciiRun(position, end)) {
-      lines.codePoint(decode(position, end));
+  for (auto position = bytes.begin(); position != bytes.end();) {
+    if (lines.asciiRun(position, bytes.end())) {
+      continue;
     }
+    Decoder it(position, bytes.begin(), bytes.end());
+    do {
+      lines.codePoint(*it);
+      position = (++it).base();
+    } while (position != bytes.end() && !lines.startsAsciiRun(*position));
   }
   lines.endLine();
 

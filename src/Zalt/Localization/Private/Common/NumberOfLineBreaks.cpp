@@ -12,19 +12,6 @@ namespace {
 constexpr char32_t lineFeed = 0x0A;
 constexpr char32_t carriageReturn = 0x0D;
 
-bool isBreakOtherThanCrLf(char32_t codePoint) {
-  switch (codePoint) {
-    case 0x0B:
-    case 0x0C:
-    case 0x85:
-    case 0x2028:
-    case 0x2029:
-      return true;
-    default:
-      return false;
-  }
-}
-
 }  // namespace
 
 unsigned int numberOfLineBreaks(const Tovra::Locale::Utf8& text) {
@@ -45,7 +32,7 @@ unsigned int numberOfLineBreaks(const Tovra::Locale::Utf8& text) {
       // A second carriage return is absorbed into the pending one: "\r\r" is one break.
       carriageReturnPending = true;
     } else {
-      if (isBreakOtherThanCrLf(codePoint)) {
+      if (isLineBreakOtherThanCrLf(codePoint)) {
         ++breaks;
       }
       if (carriageReturnPending) {

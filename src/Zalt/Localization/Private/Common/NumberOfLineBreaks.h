@@ -16,6 +16,22 @@ namespace Zalt {
 namespace Localization {
 namespace Impl {
 
+// Whether `codePoint` is a line break on its own, that is one other than the
+// carriage return and the line feed, whose pairing the count settles. Shared
+// with whatever must split a text into the lines that the store counts.
+inline bool isLineBreakOtherThanCrLf(char32_t codePoint) {
+  switch (codePoint) {
+    case 0x0B:
+    case 0x0C:
+    case 0x85:
+    case 0x2028:
+    case 0x2029:
+      return true;
+    default:
+      return false;
+  }
+}
+
 // Throws std::out_of_range ("Invalid UTF-8 sequence encountered while trying to
 // encode UTF-32 character") for malformed UTF-8. Decodes once; allocates nothing.
 ZALT_LTS_EXPORT unsigned int numberOfLineBreaks(const Tovra::Locale::Utf8& text);
