@@ -210,6 +210,8 @@ TEST(CatalogueReader, RefusesWhatXmlOrACatalogueDoesNotAllowAtItsPlace) {
            "encoding 'windows-1252' is not supported: a catalogue file is UTF-8, UTF-16 or ISO-8859-1")}},
       {open() + "<pm:LocalizedText>\n</c>", {problem(3, 3, "malformed XML: Start-end tags mismatch")}},
       {"", {problem(1, 1, "malformed XML: No document element found")}},
+      // The parser's terminator lands on the last byte, here inside a character.
+      {"<c x\xC3\xBF", {problem(1, 6, "malformed XML: Error parsing element attribute")}},
       {"<a/>\n<b/>", {problem(2, 1, "a second root element: a catalogue file has one")}},
       {"<a/>\ntext", {problem(2, 1, "text outside the root element")}},
   };

@@ -118,15 +118,14 @@ public:
         m_decoder(document, problems) {}
 
   CatalogueTexts read() {
-    reserveTexts();
     if (Impl::reportForbiddenCharacters(std::string_view(m_document, m_size), m_problems)) {
       parseAndWalk();
+      makeTexts();
     }
     if (!m_problems.empty()) {
       throw CatalogueError(m_problems.findings(m_lines, m_fileName), __FILE__, __LINE__);
     }
     m_catalogue.files.push_back(m_fileName);
-    releaseUnusedTexts();
     return std::move(m_catalogue);
   }
 
@@ -136,20 +135,20 @@ private:
     bool isText;
   };
 
-  // A text is an element, and an element of a catalogue file a start and an
-  // end tag; reserving for that many spares moving every text read so far
-  // each time the vector grows, the largest cost of reading after the parse.
-  void reserveTexts() {
-    m_catalogue.texts.reserve(static_cast<std::size_t>(std::count(m_document, m_document + m_size, '<')) / 2);
-  }
-
-  // A document of many elements and few texts (a whole MDIB, say) must not
-  // keep the room reserved for texts it does not have.
-  void releaseUnusedTexts() {
-    if (m_catalogue.texts.capacity() / 2 > m_catalogue.texts.size()) {
-      m_catalogue.texts.shrink_to_fit();
-    }
-  }
+  // A text element as the walk finds it: where its parts lie in the document.
+  // The parser's tree is about three times the file; the texts are made from
+  // these once it is gone, so that the two never take memory at once.
+  struct FoundText {
+    std::size_t start;
+    TextAttributes attributes;
+    // Its character data and CDATA sections, pieces[firstPiece ...].
+    std::size_t firstPiece;
+    std::size_t pieceCount;
+  };
+  struct Piece {
+    const char* data;
+    bool isCdata;
+  };
 
   void parseAndWalk() {
     const std::size_t outsideRoot = textOutsideTheRoot();
@@ -262,7 +261,7 @@ private:
     checkAttributes(frame.isText ? &textAttributes : nullptr);
     reportDuplicateAttributes();
     if (frame.isText) {
-      m_catalogue.texts.push_back(textOf(element, textAttributes));
+      m_found.push_back(found(element, textAttributes));
     } else if (name.local == "LocalizedText" ||
                (name.local == "Text" && !isIn(xmlNamespace, messageNamespace))) {
       noteMisplaced(element, name.local, xmlNamespace);
@@ -386,21 +385,42 @@ private:
                        : "attribute '" + name + "' is the attribute '" + first.qualified + "' again");
   }
 
-  CatalogueText textOf(const pugi::xml_node& element, const TextAttributes& attributes) {
-    const SourceLocation location = locate(startOf(element));
-    Tovra::Mdib::LocalizedText text(Utf8(content(element)), lang(attributes.lang),
+  FoundText found(const pugi::xml_node& element, const TextAttributes& attributes) {
+    const std::size_t firstPiece = m_pieces.size();
+    for (const pugi::xml_node child : element.children()) {
+      if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
+        m_pieces.push_back({child.value(), child.type() == pugi::node_cdata});
+      }
+    }
+    return {startOf(element), attributes, firstPiece, m_pieces.size() - firstPiece};
+  }
+
+  // The values still lie in the document, where the parser left them.
+  void makeTexts() {
+    m_catalogue.texts.reserve(m_found.size());
+    for (const FoundText& text : m_found) {
+      m_catalogue.texts.push_back(textOf(text));
+    }
+    m_found = {};
+    m_pieces = {};
+  }
+
+  CatalogueText textOf(const FoundText& found) {
+    const SourceLocation location = locate(found.start);
+    const TextAttributes& attributes = found.attributes;
+    Tovra::Mdib::LocalizedText text(Utf8(content(found)), lang(attributes.lang),
                                     LocalizedTextRef(Utf8(utf8Value(attributes.ref, "Ref"))),
                                     version(attributes.version), width(attributes.textWidth));
     return {std::move(text), location};
   }
 
-  std::string content(const pugi::xml_node& element) {
+  std::string content(const FoundText& found) {
     std::string data;
-    for (const pugi::xml_node child : element.children()) {
-      if (child.type() == pugi::node_pcdata) {
-        m_decoder.appendContent(child.value(), &data);
-      } else if (child.type() == pugi::node_cdata) {
-        Impl::ValueDecoder::appendCdata(child.value(), data);
+    for (std::size_t piece = found.firstPiece; piece < found.firstPiece + found.pieceCount; ++piece) {
+      if (m_pieces[piece].isCdata) {
+        Impl::ValueDecoder::appendCdata(m_pieces[piece].data, data);
+      } else {
+        m_decoder.appendContent(m_pieces[piece].data, &data);
       }
     }
     return data;
@@ -494,6 +514,8 @@ private:
   std::vector<Frame> m_frames;
   std::vector<Attribute> m_attributes;
   int m_roots = 0;
+  std::vector<FoundText> m_found;
+  std::vector<Piece> m_pieces;
   CatalogueTexts m_catalogue;
 };
 

@@ -8,7 +8,8 @@ namespace Zalt {
 namespace Catalogue {
 namespace Impl {
 
-LineIndex::LineIndex(std::string_view content) : m_content(content), m_lineStarts{0} {
+LineIndex::LineIndex(std::string_view content)
+    : m_content(content), m_lastByte(content.empty() ? '\0' : content.back()), m_lineStarts{0} {
   // Only bytes up to CR can end a line.
   const unsigned char belowCr = '\r' + 1;
   for (std::size_t i = findByte(content, 0, belowCr, '\r'); i < content.size();
@@ -33,7 +34,8 @@ SourcePosition LineIndex::locate(std::size_t offset) {
   std::size_t from = continueLast ? m_lastOffset : lineStart;
   std::int32_t column = continueLast ? m_lastPosition.column : 1;
   for (; from < offset; ++from) {
-    const bool continuationByte = (static_cast<unsigned char>(m_content[from]) & 0xC0U) == 0x80U;
+    const char byte = from + 1 == m_content.size() ? m_lastByte : m_content[from];
+    const bool continuationByte = (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
     column += continuationByte ? 0 : 1;
   }
   m_lastOffset = offset;

@@ -25,7 +25,9 @@ public:
   // Keeps a view of `content`, which must outlive the index. The line starts
   // are found here, once; locate() later counts only lead bytes, so ASCII
   // bytes overwritten with other ASCII bytes (as an in-place parser does with
-  // its delimiters, line ends included) leave every place as it was.
+  // its delimiters, line ends included) leave every place as it was. The
+  // parser also puts its terminator over the document's last byte, whatever
+  // that byte is, so the index keeps that one byte as it was.
   explicit LineIndex(std::string_view content);
 
   // An offset past the end counts as the end of the text. Offsets asked for
@@ -37,6 +39,7 @@ private:
   std::size_t lineIndexOf(std::size_t offset) const;
 
   std::string_view m_content;
+  char m_lastByte;
   std::vector<std::size_t> m_lineStarts;
   std::size_t m_lastOffset = 0;
   SourcePosition m_lastPosition{1, 1};
