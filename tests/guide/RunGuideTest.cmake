@@ -16,13 +16,7 @@
 #  - find_package with an unknown component names the known ones.
 cmake_minimum_required(VERSION 3.25)
 
-function(run)
-  execute_process(COMMAND ${ARGV} RESULT_VARIABLE result)
-  if(NOT result EQUAL 0)
-    string(JOIN " " command ${ARGV})
-    message(FATAL_ERROR "failed (${result}): ${command}")
-  endif()
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/../../cmake/RunChecked.cmake)
 
 # --- Read the guide into sections and their fenced blocks ---------------------
 

@@ -2,9 +2,12 @@
 
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
+#include <boost/regex/pending/unicode_iterator.hpp>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -21,9 +24,6 @@ const char* const lookAlikes[52] = {
     u8"ñ", u8"ö", u8"ƥ", u8"ǫ", u8"ŕ", u8"š", u8"ŧ", u8"û", u8"ṽ", u8"ŵ", u8"ẋ", u8"ý", u8"ž",
 };
 const char* const padding = u8"·";
-
-// The line breaks other than CR and LF, as their UTF-8 bytes.
-const char* const otherLineBreaks[] = {"\x0B", "\x0C", "\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"};
 
 bool isUpper(char c) { return c >= 'A' && c <= 'Z'; }
 bool isLower(char c) { return c >= 'a' && c <= 'z'; }
@@ -119,28 +119,6 @@ std::size_t placeholderLength(const std::string& text, std::size_t start) {
   }
 }
 
-std::size_t otherLineBreakLength(const std::string& text, std::size_t start) {
-  for (const char* lineBreak : otherLineBreaks) {
-    const std::size_t length = std::strlen(lineBreak);
-    if (text.compare(start, length, lineBreak) == 0) {
-      return length;
-    }
-  }
-  return 0;
-}
-
-// The text has passed the UTF-8 check, so the lead byte tells the length; a
-// lead with five or more leading ones counts as a four-byte lead, as the store reads it.
-std::size_t codePointLength(unsigned char lead) {
-  if (lead < 0x80U) {
-    return 1;
-  }
-  if (lead < 0xE0U) {
-    return 2;
-  }
-  return lead < 0xF0U ? 3 : 4;
-}
-
 // How many code points a line of `codePoints` gains, its two brackets included.
 std::size_t growth(std::size_t codePoints) {
   std::size_t percent = 40;
@@ -199,45 +177,49 @@ private:
 }  // namespace
 
 Tovra::Locale::Utf8 pseudoTranslation(const Tovra::Locale::Utf8& text) {
-  // Refuses malformed UTF-8 with the store's own error; past it, every lead byte starts a whole sequence.
-  Localization::Impl::numberOfLineBreaks(text);
-
+  // The store's own decoder and line breaks: malformed UTF-8 fails with the
+  // store's error, and the lines are the ones the store counts.
+  using Decoder = boost::u8_to_u32_iterator<std::string::const_iterator, char32_t>;
   const std::string& in = text.value();
+  const auto decoderAt = [&in](std::size_t position) {
+    return Decoder(in.begin() + static_cast<std::ptrdiff_t>(position), in.begin(), in.end());
+  };
   std::string out;
   out.reserve(in.size() * 2 + 2);
   LineWriter line(out);
-  // Lines end as the store counts them: a CR ends its line, and an LF or a
-  // second CR right after it belongs to the same break, so nothing may be
-  // written between them.
+  // A CR ends its line, and an LF or a second CR right after it belongs to
+  // the same break, so nothing may be written between them.
   bool carriageReturnPending = false;
-  std::size_t position = 0;
-  while (position < in.size()) {
-    const char c = in[position];
-    if (c == '\r' || c == '\n') {
+  for (Decoder it = decoderAt(0); it.base() != in.end();) {
+    const auto position = static_cast<std::size_t>(it.base() - in.begin());
+    const char32_t codePoint = *it;
+    const Decoder next = std::next(it);
+    const auto length = static_cast<std::size_t>(next.base() - it.base());
+    if (codePoint == '\r' || codePoint == '\n') {
       if (!carriageReturnPending) {
         line.close();
       }
-      carriageReturnPending = c == '\r';
-      out += c;
-      ++position;
+      carriageReturnPending = codePoint == '\r';
+      out += static_cast<char>(codePoint);
+      it = next;
       continue;
     }
     carriageReturnPending = false;
-    if (const std::size_t lineBreak = otherLineBreakLength(in, position)) {
+    if (Localization::Impl::isLineBreakOtherThanCrLf(codePoint)) {
       line.close();
-      out.append(in, position, lineBreak);
-      position += lineBreak;
+      out.append(in, position, length);
     } else if (const std::size_t placeholder = placeholderLength(in, position)) {
+      // Placeholders are ASCII, so the decoder restarts on a character's first byte.
       line.character(in, position, placeholder, placeholder);
-      position += placeholder;
-    } else if (isUpper(c) || isLower(c)) {
+      it = decoderAt(position + placeholder);
+      continue;
+    } else if (isUpper(in[position]) || isLower(in[position])) {
+      const char c = in[position];
       line.letter(lookAlikes[isUpper(c) ? c - 'A' : c - 'a' + 26]);
-      ++position;
     } else {
-      const std::size_t length = codePointLength(static_cast<unsigned char>(c));
       line.character(in, position, length, 1);
-      position += length;
     }
+    it = next;
   }
   line.close();
   return Tovra::Locale::Utf8(std::move(out));

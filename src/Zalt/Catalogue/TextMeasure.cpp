@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <limits>
 #include <string>
+#include <utility>
 
 namespace Zalt {
 namespace Catalogue {
@@ -17,6 +18,13 @@ using Tovra::Mdib::LocalizedTextWidth;
 
 constexpr char32_t lineFeed = 0x0A;
 constexpr char32_t carriageReturn = 0x0D;
+// The most fullwidth characters a line of each class holds, narrowest first;
+// ExtraExtraLarge holds any line.
+constexpr std::pair<LocalizedTextWidth, std::uint32_t> classLimits[] = {
+    {LocalizedTextWidth::ExtraSmall, 4},  {LocalizedTextWidth::Small, 8},
+    {LocalizedTextWidth::Medium, 12},     {LocalizedTextWidth::Large, 16},
+    {LocalizedTextWidth::ExtraLarge, 20},
+};
 // Not a code point: stands for "nothing yet on this line", before which a cluster always begins.
 constexpr char32_t lineStart = 0xFFFFFFFF;
 
@@ -163,39 +171,21 @@ void measureText(const Tovra::Locale::Utf8& text, WidthUnit unit, TextMeasure& m
 }
 
 LocalizedTextWidth narrowestClassHolding(std::uint32_t width) {
-  if (width <= 4) {
-    return LocalizedTextWidth::ExtraSmall;
-  }
-  if (width <= 8) {
-    return LocalizedTextWidth::Small;
-  }
-  if (width <= 12) {
-    return LocalizedTextWidth::Medium;
-  }
-  if (width <= 16) {
-    return LocalizedTextWidth::Large;
-  }
-  if (width <= 20) {
-    return LocalizedTextWidth::ExtraLarge;
+  for (const auto& limit : classLimits) {
+    if (width <= limit.second) {
+      return limit.first;
+    }
   }
   return LocalizedTextWidth::ExtraExtraLarge;
 }
 
 boost::optional<std::uint32_t> widthLimit(LocalizedTextWidth textWidth) {
-  switch (textWidth) {
-    case LocalizedTextWidth::ExtraSmall:
-      return 4;
-    case LocalizedTextWidth::Small:
-      return 8;
-    case LocalizedTextWidth::Medium:
-      return 12;
-    case LocalizedTextWidth::Large:
-      return 16;
-    case LocalizedTextWidth::ExtraLarge:
-      return 20;
-    default:
-      return boost::none;
+  for (const auto& limit : classLimits) {
+    if (limit.first == textWidth) {
+      return limit.second;
+    }
   }
+  return boost::none;
 }
 
 }  // namespace Catalogue

@@ -1,6 +1,7 @@
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
 #include <Zalt/Catalogue/Private/CodePoints.h>
+#include <Zalt/Catalogue/Private/ForbiddenCharacters.h>
 #include <Zalt/Catalogue/TextWidthTokens.h>
 
 #include <stdexcept>
@@ -12,17 +13,6 @@ namespace {
 const char* const participantNamespace =
     "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant";
 
-bool isForbiddenControl(unsigned char byte) {
-  return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
-}
-
-// U+FFFE and U+FFFF are valid UTF-8 but no XML character.
-bool isNonCharacterAt(const std::string& text, std::size_t index) {
-  return index + 2 < text.size() && static_cast<unsigned char>(text[index]) == 0xEF &&
-         static_cast<unsigned char>(text[index + 1]) == 0xBF &&
-         (static_cast<unsigned char>(text[index + 2]) & 0xFEU) == 0xBE;
-}
-
 // Attribute values lose their tabs and line ends to XML's attribute-value
 // normalisation unless they are written as character references; content
 // loses only its carriage returns.
@@ -30,7 +20,7 @@ void appendEscaped(std::string& out, const std::string& text, bool attribute,
                    const Tovra::Mdib::LocalizedText& owner) {
   for (std::size_t index = 0; index < text.size(); ++index) {
     const char c = text[index];
-    if (isForbiddenControl(static_cast<unsigned char>(c)) || isNonCharacterAt(text, index)) {
+    if (Impl::startsForbiddenCharacter(text, index)) {
       throw std::invalid_argument("the text of reference '" + owner.ref().get().value() +
                                   "' holds a character that an XML file cannot carry");
     }

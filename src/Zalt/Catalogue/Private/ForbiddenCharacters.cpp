@@ -14,7 +14,8 @@ bool isForbiddenControl(unsigned char byte) {
 
 // EF BF BE and EF BF BF encode U+FFFE and U+FFFF.
 bool isNonCharacterAt(std::string_view document, std::size_t at) {
-  return at + 2 < document.size() && static_cast<unsigned char>(document[at + 1]) == 0xBF &&
+  return at + 2 < document.size() && static_cast<unsigned char>(document[at]) == 0xEF &&
+         static_cast<unsigned char>(document[at + 1]) == 0xBF &&
          (static_cast<unsigned char>(document[at + 2]) & 0xFEU) == 0xBE;
 }
 
@@ -24,6 +25,10 @@ void reportForbidden(std::size_t offset, char32_t codePoint, FileProblems& probl
 
 }  // namespace
 
+bool startsForbiddenCharacter(std::string_view text, std::size_t at) {
+  return isForbiddenControl(static_cast<unsigned char>(text[at])) || isNonCharacterAt(text, at);
+}
+
 bool reportForbiddenCharacters(std::string_view document, FileProblems& problems) {
   bool parseable = true;
   for (std::size_t at = findByte(document, 0, 0x20, 0xEF); at < document.size();
@@ -32,7 +37,7 @@ bool reportForbiddenCharacters(std::string_view document, FileProblems& problems
     if (isForbiddenControl(byte)) {
       reportForbidden(at, byte, problems);
       parseable = parseable && byte != 0;
-    } else if (byte == 0xEF && isNonCharacterAt(document, at)) {
+    } else if (isNonCharacterAt(document, at)) {
       reportForbidden(at, 0xFFFE + (static_cast<unsigned char>(document[at + 2]) & 1U), problems);
     }
   }

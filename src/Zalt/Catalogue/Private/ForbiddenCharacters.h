@@ -5,6 +5,7 @@
 // unpaired one in UTF-16 is refused while converting.
 //
 //   if (!reportForbiddenCharacters(document, problems)) { ...no parse... }
+//   if (startsForbiddenCharacter(text, index)) { ...cannot be written... }
 #pragma once
 
 #include <Zalt/Catalogue/Private/FileProblems.h>
@@ -14,6 +15,9 @@
 namespace Zalt {
 namespace Catalogue {
 namespace Impl {
+
+// Whether a forbidden character starts at byte `at` of the UTF-8 `text`.
+bool startsForbiddenCharacter(std::string_view text, std::size_t at);
 
 // Adds a problem for each forbidden character. Returns false if one of them
 // is a NUL, past which an in-place parser sees nothing.
