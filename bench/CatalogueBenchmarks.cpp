@@ -17,7 +17,6 @@
 #include <Tovra/Mdib/LocalizedText.h>
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
-#include <Zalt/Catalogue/TextMeasure.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 #include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
 
@@ -82,7 +81,7 @@ void readAndAdd(benchmark::State& state, std::size_t references) {
   std::size_t texts = 0;
   for (auto _ : state) {
     auto store = LocalizedTextStore::createLocalizedTextStore();
-    Zalt::Catalogue::CatalogueTexts catalogue = Zalt::Catalogue::readCatalogueFile(file.path());
+    Zalt::Catalogue::Catalogue catalogue = Zalt::Catalogue::readCatalogueFile(file.path());
     texts = catalogue.texts.size();
     store->add(Zalt::Catalogue::mdibTexts(std::move(catalogue.texts)));
     state.PauseTiming();
@@ -95,7 +94,7 @@ void readAndAdd(benchmark::State& state, std::size_t references) {
 
 void check(benchmark::State& state, std::size_t references) {
   const CatalogueFile file(references);
-  const Zalt::Catalogue::CatalogueTexts catalogue = Zalt::Catalogue::readCatalogueFile(file.path());
+  const Zalt::Catalogue::Catalogue catalogue = Zalt::Catalogue::readCatalogueFile(file.path());
   // Some of the benchmarks' long Japanese labels are declared narrower than
   // they measure; any other finding would mean that the check took a path
   // that a good catalogue does not.
@@ -143,7 +142,7 @@ void memory(benchmark::State& state, std::size_t references) {
     }
     resetPeak();
     const std::size_t before = liveBytes();
-    const Zalt::Catalogue::CatalogueTexts catalogue = Zalt::Catalogue::readCatalogueFile(file.path());
+    const Zalt::Catalogue::Catalogue catalogue = Zalt::Catalogue::readCatalogueFile(file.path());
     const std::size_t read = liveBytes() - before;
     const std::size_t readPeak = peakBytes() - before;
     resetPeak();

@@ -3,7 +3,6 @@
 // stand at a line and column of the input, and so must every problem. The
 // texts read, written back with writeCatalogue and read again, must come back
 // unchanged.
-#include <Zalt/Catalogue/CatalogueError.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 

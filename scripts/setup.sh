@@ -12,7 +12,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 windows=false
-packages=(g++ cmake ninja-build libboost-dev libgtest-dev libgmock-dev libpugixml-dev libutf8proc-dev libcli11-dev nlohmann-json3-dev)
+packages=(g++ cmake ninja-build libboost-dev libgtest-dev libgmock-dev libxml2-dev libutf8proc-dev libcli11-dev nlohmann-json3-dev)
 for arg in "$@"; do
   case "$arg" in
     --ci) packages+=(clang libclang-rt-14-dev clang-tidy clang-format libbenchmark-dev) ;;

@@ -11,14 +11,14 @@
 
 namespace {
 
-using Zalt::Catalogue::CatalogueTexts;
+using Zalt::Catalogue::Catalogue;
 using Zalt::Catalogue::checkCatalogue;
 using Zalt::Catalogue::Finding;
 using Zalt::Catalogue::mdibTexts;
 using Zalt::Localization::Device::LocalizedTextStore;
 
 // One text per line, from line 2 on, so that a text's line is its index + 2.
-CatalogueTexts catalogue(const std::vector<std::string>& elements) {
+Catalogue catalogue(const std::vector<std::string>& elements) {
   std::string document =
       "<c xmlns='http://standards.ieee.org/downloads/11073/11073-10207-2017/participant'>\n";
   for (const std::string& element : elements) {
@@ -30,16 +30,6 @@ CatalogueTexts catalogue(const std::vector<std::string>& elements) {
 std::string text(const std::string& ref, const std::string& lang, const std::string& more = "") {
   return "<LocalizedText Ref='" + ref + "' Lang='" + lang + "' Version='1' " + more + ">" + ref +
          "</LocalizedText>";
-}
-
-std::vector<Tovra::Mdib::LocalizedText> keptTexts(const CatalogueTexts& catalogue,
-                                                  const std::vector<std::size_t>& kept) {
-  std::vector<Tovra::Mdib::LocalizedText> texts;
-  texts.reserve(kept.size());
-  for (const std::size_t index : kept) {
-    texts.push_back(catalogue.texts.at(index).text);
-  }
-  return texts;
 }
 
 std::vector<std::string> shown(const std::vector<Finding>& findings) {
@@ -57,7 +47,7 @@ TEST(CatalogueCheck, ACatalogueWithoutFindingsLoadsInOneAdd) {
                                 text("b", "en-US"), text("b", "de-DE")});
   const auto check = checkCatalogue(texts);
   EXPECT_THAT(shown(check.findings), testing::IsEmpty());
-  EXPECT_EQ(keptTexts(texts, check.kept), mdibTexts(texts.texts));
+  EXPECT_EQ(Zalt::Catalogue::keptTexts(texts, check), mdibTexts(texts.texts));
   EXPECT_NO_THROW(LocalizedTextStore::createLocalizedTextStore()->add(mdibTexts(texts.texts)));
 }
 
@@ -93,7 +83,7 @@ TEST(CatalogueCheck, ReportsEveryProblemAtItsTextInCatalogueOrder) {
   EXPECT_EQ(check.kept.size(), 7u);
 
   try {
-    LocalizedTextStore::createLocalizedTextStore()->add(keptTexts(texts, check.kept));
+    LocalizedTextStore::createLocalizedTextStore()->add(Zalt::Catalogue::keptTexts(texts, check));
     FAIL() << "a store took inconsistent languages";
   } catch (const Zalt::InternalConsistencyFailure& failure) {
     EXPECT_EQ(check.findings.back().message, failure.what());
@@ -118,7 +108,7 @@ TEST(CatalogueCheck, NamesBothTheMissingAndTheExtraLanguagesOfOneReference) {
 }
 
 TEST(CatalogueCheck, ACatalogueWithoutTextsIsAFindingThatPointsAtMisplacedElements) {
-  CatalogueTexts nothing;
+  Catalogue nothing;
   nothing.files = {"a.xml", "b.xml"};
   const auto bare = checkCatalogue(nothing);
   ASSERT_EQ(bare.findings.size(), 1u);
@@ -126,7 +116,7 @@ TEST(CatalogueCheck, ACatalogueWithoutTextsIsAFindingThatPointsAtMisplacedElemen
   EXPECT_EQ(bare.findings[0].location, (Zalt::Catalogue::SourceLocation{"a.xml", 0, 0}));
   EXPECT_THAT(bare.findings[0].message, testing::HasSubstr("11073-10207-2017/participant'"));
 
-  CatalogueTexts misplaced = nothing;
+  Catalogue misplaced = nothing;
   misplaced.misplaced = {{{"a.xml", 2, 3}, "LocalizedText", "urn:typo"}, {{"b.xml", 5, 1}, "Text", ""}};
   EXPECT_THAT(
       shown(checkCatalogue(misplaced).findings),
@@ -135,7 +125,7 @@ TEST(CatalogueCheck, ACatalogueWithoutTextsIsAFindingThatPointsAtMisplacedElemen
                            testing::MatchesRegex("5 empty: .*Text is in no namespace, "
                                                  "not in .*11073-10207-2017/message'")));
 
-  CatalogueTexts someText = catalogue({text("a", "de-DE")});
+  Catalogue someText = catalogue({text("a", "de-DE")});
   someText.misplaced = misplaced.misplaced;
   EXPECT_THAT(checkCatalogue(someText).findings, testing::IsEmpty());
 }

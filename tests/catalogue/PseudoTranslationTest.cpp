@@ -1,5 +1,4 @@
-#include <Zalt/Catalogue/PseudoTranslation.h>
-#include <Zalt/Catalogue/TextMeasure.h>
+#include <Zalt/Catalogue/WriteCatalogue.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
 #include <gmock/gmock.h>

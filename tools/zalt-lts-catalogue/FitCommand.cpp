@@ -3,7 +3,7 @@
 #include "LoadCatalogue.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
-#include <Zalt/Catalogue/TextMeasure.h>
+#include <Zalt/Catalogue/WriteCatalogue.h>
 #include <Zalt/Errors/InternalConsistencyFailure.h>
 #include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
 
@@ -142,11 +142,7 @@ int fit(const std::vector<std::string>& files, const FitRequest& request) {
               << (checked.findings.size() == 1 ? " finding" : " findings")
               << " (see 'zalt-lts-catalogue check'); answers come from the texts a store keeps\n";
   }
-  std::vector<Tovra::Mdib::LocalizedText> kept;
-  kept.reserve(checked.kept.size());
-  for (const std::size_t index : checked.kept) {
-    kept.push_back(loaded.catalogue.texts[index].text);
-  }
+  const std::vector<Tovra::Mdib::LocalizedText> kept = Zalt::Catalogue::keptTexts(loaded.catalogue, checked);
   if (const auto reason = unanswerable(kept, request)) {
     std::cerr << "fit: " << *reason << '\n';
     return findings;

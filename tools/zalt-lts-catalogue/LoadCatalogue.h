@@ -2,8 +2,7 @@
 // file so that one run reports them all.
 #pragma once
 
-#include <Zalt/Catalogue/CatalogueTexts.h>
-#include <Zalt/Catalogue/Finding.h>
+#include <Zalt/Catalogue/ReadCatalogue.h>
 
 #include <iosfwd>
 #include <string>
@@ -11,16 +10,14 @@
 
 namespace ZaltCatalogueTool {
 
-// The file name "-" stands for standard input, which texts and problems name thus.
-inline constexpr const char* standardInputName = "<stdin>";
-
 struct LoadedCatalogue {
-  // The texts of the files without problems.
-  Zalt::Catalogue::CatalogueTexts catalogue;
+  // The texts, when every file could be read without problems.
+  Zalt::Catalogue::Catalogue catalogue;
   // Every problem of every file, of kind File, in the order of the files.
   std::vector<Zalt::Catalogue::Finding> problems;
 };
 
+// "-" stands for standard input.
 LoadedCatalogue loadCatalogue(const std::vector<std::string>& files);
 
 // One "FILE:LINE:COLUMN: message" line per finding.

@@ -9,8 +9,7 @@
 #include "ExitCode.h"
 
 #include <Tovra/Locale/LanguageTag.h>
-#include <Zalt/Catalogue/TextMeasure.h>
-#include <Zalt/Catalogue/TextWidthTokens.h>
+#include <Zalt/Catalogue/WriteCatalogue.h>
 
 #include <CLI/CLI.hpp>
 // CLI11 can show an option's value through operator<<, which boost::optional

@@ -3,7 +3,6 @@
 #include "LoadCatalogue.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
-#include <Zalt/Catalogue/PseudoTranslation.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
 #include <fstream>

@@ -3,7 +3,7 @@
 #include "LoadCatalogue.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
-#include <Zalt/Catalogue/TextMeasure.h>
+#include <Zalt/Catalogue/WriteCatalogue.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
 #include <iostream>

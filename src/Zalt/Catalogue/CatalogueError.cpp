@@ -1,4 +1,4 @@
-#include <Zalt/Catalogue/CatalogueError.h>
+#include <Zalt/Catalogue/ReadCatalogue.h>
 
 #include <string>
 #include <utility>

@@ -1,6 +1,5 @@
 #include <Zalt/Catalogue/CheckCatalogue.h>
 
-#include <Zalt/Catalogue/TextWidthTokens.h>
 
 #include <Zalt/Errors/InternalConsistencyFailure.h>
 #include <Zalt/Localization/Private/Common/LanguageConsistencyCheck.h>
@@ -25,10 +24,6 @@ using Tovra::Locale::LanguageTag;
 using Tovra::Mdib::VersionCounter;
 using MdibText = Tovra::Mdib::LocalizedText;
 using Languages = std::vector<std::string_view>;
-
-const char* const participantNamespace =
-    "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant";
-const char* const messageNamespace = "http://standards.ieee.org/downloads/11073/11073-10207-2017/message";
 
 // A text that the store files: the store's key as views into the catalogue's
 // own text, and the text's index. Sorting these by key and then by index puts
@@ -81,10 +76,10 @@ std::string languagesMessage(const Group& group, const Languages& missing, const
 }
 
 std::string misplacedMessage(const MisplacedElement& element) {
-  const char* const expected = element.name == "Text" ? messageNamespace : participantNamespace;
+  const std::string_view expected = element.name == "Text" ? messageNamespace : participantNamespace;
   const std::string stands =
       element.xmlNamespace.empty() ? "in no namespace" : "in the namespace '" + element.xmlNamespace + "'";
-  return "no localized text found: this " + element.name + " is " + stands + ", not in '" + expected + "'";
+  return "no localized text found: this " + element.name + " is " + stands + ", not in '" + std::string(expected) + "'";
 }
 
 std::string widthMessage(Tovra::Mdib::LocalizedTextWidth declared, const TextMeasure& measure,
@@ -98,7 +93,7 @@ std::string widthMessage(Tovra::Mdib::LocalizedTextWidth declared, const TextMea
 
 class Checker {
 public:
-  Checker(const CatalogueTexts& catalogue, WidthUnit unit) : m_catalogue(catalogue), m_unit(unit) {}
+  Checker(const Catalogue& catalogue, WidthUnit unit) : m_catalogue(catalogue), m_unit(unit) {}
 
   CatalogueCheck run() && {
     if (m_catalogue.texts.empty()) {
@@ -226,7 +221,7 @@ private:
       return group.ref == ref && group.version == check.mismatchedVersion();
     });
     m_check.findings.push_back(
-        {Finding::Kind::Inconsistent, m_catalogue.texts[offender->firstText].location, check.mismatch()});
+        {Finding::Kind::Inconsistent, m_catalogue.location(m_catalogue.texts[offender->firstText]), check.mismatch()});
   }
 
   // A display of the declared width cuts a text whose widest line needs a
@@ -248,9 +243,8 @@ private:
                                     0};
       m_check.findings.push_back(
           {Finding::Kind::Empty, location,
-           std::string("no localized text found: texts are LocalizedText elements of '") +
-               participantNamespace + "' or Text elements of a GetLocalizedTextResponse of '" +
-               messageNamespace + "'"});
+           "no localized text found: texts are LocalizedText elements of '" + std::string(participantNamespace) +
+               "' or Text elements of a GetLocalizedTextResponse of '" + std::string(messageNamespace) + "'"});
       return;
     }
     for (const MisplacedElement& element : m_catalogue.misplaced) {
@@ -259,17 +253,17 @@ private:
   }
 
   void reportDropped(std::size_t index, std::size_t keptIndex) {
-    const SourceLocation& kept = m_catalogue.texts[keptIndex].location;
+    const CatalogueText& kept = m_catalogue.texts[keptIndex];
     report(index, Finding::Kind::Dropped,
-           "dropped: the text at " + kept.file + ':' + std::to_string(kept.line) +
+           "dropped: the text at " + m_catalogue.files[kept.file] + ':' + std::to_string(kept.line) +
                " has the same reference, language, version, width and number of lines");
   }
 
   void report(std::size_t index, Finding::Kind kind, std::string message) {
-    m_byText.emplace_back(index, Finding{kind, m_catalogue.texts[index].location, std::move(message)});
+    m_byText.emplace_back(index, Finding{kind, m_catalogue.location(m_catalogue.texts[index]), std::move(message)});
   }
 
-  const CatalogueTexts& m_catalogue;
+  const Catalogue& m_catalogue;
   const WidthUnit m_unit;
   // Reused for every text, so that measuring allocates only for texts of more lines than any before.
   TextMeasure m_measure;
@@ -280,8 +274,17 @@ private:
 
 }  // namespace
 
-CatalogueCheck checkCatalogue(const CatalogueTexts& catalogue, WidthUnit unit) {
+CatalogueCheck checkCatalogue(const Catalogue& catalogue, WidthUnit unit) {
   return Checker(catalogue, unit).run();
+}
+
+std::vector<Tovra::Mdib::LocalizedText> keptTexts(const Catalogue& catalogue, const CatalogueCheck& check) {
+  std::vector<Tovra::Mdib::LocalizedText> texts;
+  texts.reserve(check.kept.size());
+  for (const std::size_t index : check.kept) {
+    texts.push_back(catalogue.texts[index].text);
+  }
+  return texts;
 }
 
 }  // namespace Catalogue

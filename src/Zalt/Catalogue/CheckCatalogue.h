@@ -13,14 +13,18 @@
 //   - each kept text whose declared TextWidth is narrower than its widest
 //     line needs (measureText); a text without a TextWidth is not compared.
 //
-//   CatalogueCheck check = checkCatalogue(readCatalogueFile("texts.xml"));
-//   for (const Finding& finding : check.findings) { ... }
+//   const Zalt::Catalogue::Catalogue catalogue = Zalt::Catalogue::readCatalogueFile("texts.xml");
+//   const Zalt::Catalogue::CatalogueCheck check = Zalt::Catalogue::checkCatalogue(catalogue);
+//   for (const Zalt::Catalogue::Finding& finding : check.findings) {
+//     std::cerr << Zalt::Catalogue::placed(finding) << '\n';
+//   }
+//   store->add(Zalt::Catalogue::keptTexts(catalogue, check));  // what the store keeps
 #pragma once
 
+#include <Tovra/Mdib/LocalizedText.h>
 #include <Zalt/Catalogue/CatalogueExport.h>
-#include <Zalt/Catalogue/CatalogueTexts.h>
-#include <Zalt/Catalogue/Finding.h>
-#include <Zalt/Catalogue/TextMeasure.h>
+#include <Zalt/Catalogue/ReadCatalogue.h>
+#include <Zalt/Catalogue/WriteCatalogue.h>
 
 #include <cstddef>
 #include <vector>
@@ -41,8 +45,13 @@ struct CatalogueCheck {
 // The verdicts are those of the device store's own checks, with its messages,
 // without building a store per text; widths are measured in `unit`. Throws
 // only what allocation throws.
-ZALT_LTSCATALOGUE_EXPORT CatalogueCheck checkCatalogue(const CatalogueTexts& catalogue,
+ZALT_LTSCATALOGUE_EXPORT CatalogueCheck checkCatalogue(const Catalogue& catalogue,
                                                        WidthUnit unit = WidthUnit::Fullwidth);
+
+// Copies of the texts of `catalogue` that the store keeps, by `check` of it,
+// in catalogue order: what one add of them files without an error of its own.
+ZALT_LTSCATALOGUE_EXPORT std::vector<Tovra::Mdib::LocalizedText> keptTexts(const Catalogue& catalogue,
+                                                                          const CatalogueCheck& check);
 
 }  // namespace Catalogue
 }  // namespace Zalt

@@ -1,25 +1,24 @@
 #include <Zalt/Catalogue/ReadCatalogue.h>
 
-#include <Zalt/Catalogue/CatalogueError.h>
-#include <Zalt/Catalogue/Private/CodePoints.h>
-#include <Zalt/Catalogue/Private/DocumentEncoding.h>
-#include <Zalt/Catalogue/Private/FileContent.h>
-#include <Zalt/Catalogue/Private/FileProblems.h>
-#include <Zalt/Catalogue/Private/ForbiddenCharacters.h>
-#include <Zalt/Catalogue/Private/LineIndex.h>
-#include <Zalt/Catalogue/Private/NamespaceScope.h>
-#include <Zalt/Catalogue/Private/ValueDecoder.h>
-#include <Zalt/Catalogue/TextWidthTokens.h>
+#include <Zalt/Catalogue/WriteCatalogue.h>
 
-#include <pugixml.hpp>
+#include <libxml/parser.h>
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdarg>
 #include <charconv>
+#include <cstdio>
 #include <cstring>
-#include <string_view>
-#include <tuple>
+#include <filesystem>
+#include <memory>
 #include <utility>
-#include <vector>
+
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#endif
 
 namespace Zalt {
 namespace Catalogue {
@@ -31,12 +30,26 @@ using Tovra::Mdib::LocalizedTextRef;
 using Tovra::Mdib::LocalizedTextWidth;
 using Tovra::Mdib::VersionCounter;
 
-const std::string_view participantNamespace =
-    "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant";
-const std::string_view messageNamespace =
-    "http://standards.ieee.org/downloads/11073/11073-10207-2017/message";
-const std::string_view xmlnsNamespace = "http://www.w3.org/2000/xmlns/";
-const std::string_view xmlPrefixNamespace = "http://www.w3.org/XML/1998/namespace";
+// Big enough that the parser's own work dominates, small enough to stay in cache.
+constexpr std::size_t chunkSize = std::size_t{64} * 1024;
+// Beyond this, more problems of one file tell a user nothing new; a file of
+// garbage must not turn into millions of them.
+constexpr std::size_t listedProblems = 1000;
+
+// The encodings that the parser converts itself, by their names and aliases.
+constexpr std::array<std::string_view, 11> readEncodings = {
+    "UTF-8",       "UTF8",        "UTF-16",   "UTF16", "UTF-16LE", "UTF-16BE",
+    "ISO-8859-1",  "ISO-LATIN-1", "ISO LATIN 1", "US-ASCII", "ASCII"};
+
+std::string_view view(const xmlChar* text) { return reinterpret_cast<const char*>(text); }
+
+bool isReadEncoding(std::string_view name) {
+  return std::any_of(readEncodings.begin(), readEncodings.end(), [name](std::string_view known) {
+    return known.size() == name.size() &&
+           std::equal(known.begin(), known.end(), name.begin(),
+                      [](char lhs, char rhs) { return lhs == (rhs >= 'a' && rhs <= 'z' ? rhs - 'a' + 'A' : rhs); });
+  });
+}
 
 bool isXmlSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
@@ -51,484 +64,478 @@ std::string_view collapsed(std::string_view value) {
   return value;
 }
 
-struct QualifiedName {
-  std::string_view prefix;
-  std::string_view local;
+bool startsCharacter(xmlChar byte) { return (byte & 0xC0U) != 0x80U; }
+
+std::int32_t charactersIn(const xmlChar* begin, const xmlChar* end) {
+  return static_cast<std::int32_t>(std::count_if(begin, end, startsCharacter));
+}
+
+// The parser's reasons end in a line feed and some span two lines.
+std::string oneLine(const char* message) {
+  std::string line = message != nullptr ? message : "unknown error";
+  std::replace(line.begin(), line.end(), '\n', ' ');
+  return std::string(collapsed(line));
+}
+
+std::string qualified(const xmlChar* prefix, const xmlChar* local) {
+  return prefix != nullptr ? std::string(view(prefix)) + ':' + std::string(view(local))
+                           : std::string(view(local));
+}
+
+[[noreturn]] void failToRead(const std::string& path, int error) {
+  throw CatalogueError(
+      {Finding{Finding::Kind::File, {path, 0, 0}, std::string("cannot be read: ") + std::strerror(error)}},
+      __FILE__, __LINE__);
+}
+
+struct Place {
+  std::int32_t line;
+  std::int32_t column;
 };
 
-QualifiedName split(std::string_view name) {
-  const std::size_t colon = name.find(':');
-  if (colon == std::string_view::npos) {
-    return {{}, name};
-  }
-  return {name.substr(0, colon), name.substr(colon + 1)};
-}
-
-bool isNamespaceDeclaration(const QualifiedName& name) {
-  return name.prefix == "xmlns" || (name.prefix.empty() && name.local == "xmlns");
-}
-
-// An attribute of the element being entered, its name split once.
-struct Attribute {
-  const char* qualified;
-  QualifiedName name;
-  const char* value;
-  // With the local name, what two attributes of one element must not share:
-  // the namespace ("" for none), or the prefix where it is undeclared.
-  std::string_view xmlNamespace;
+// A text element's parts until its end tag.
+struct PendingText {
+  Place place;
+  std::string ref;
+  boost::optional<LanguageTag> lang;
+  boost::optional<VersionCounter> version;
+  boost::optional<LocalizedTextWidth> width;
+  std::string content;
 };
 
-bool isSameAttribute(const Attribute& lhs, const Attribute& rhs) {
-  return lhs.name.local == rhs.name.local && lhs.xmlNamespace == rhs.xmlNamespace;
-}
+enum class Open : char { Other, Response, Text };
 
-bool operator<(const Attribute& lhs, const Attribute& rhs) {
-  return std::tie(lhs.xmlNamespace, lhs.name.local, lhs.qualified) <
-         std::tie(rhs.xmlNamespace, rhs.name.local, rhs.qualified);
-}
-
-// The unprefixed attributes of a text element, each the first of its name.
-struct TextAttributes {
-  const char* ref = nullptr;
-  const char* lang = nullptr;
-  const char* version = nullptr;
-  const char* textWidth = nullptr;
-
-  // The slot that an attribute of this name fills, or nullptr.
-  const char** slotFor(std::string_view name) {
-    const char** slot = name == "Ref"         ? &ref
-                        : name == "Lang"      ? &lang
-                        : name == "Version"   ? &version
-                        : name == "TextWidth" ? &textWidth
-                                              : nullptr;
-    return slot != nullptr && *slot == nullptr ? slot : nullptr;
-  }
-};
-
-// Reads one document, held as UTF-8 in a buffer that the parser may write
-// into, in a single walk in document order.
+// Feeds one document to the parser in chunks and takes the texts from its
+// events; the parser checks everything XML requires.
 class DocumentReader {
 public:
-  DocumentReader(char* document, std::size_t size, const std::string& fileName, Impl::FileProblems& problems)
-      : m_document(document),
-        m_size(size),
-        m_fileName(fileName),
-        m_problems(problems),
-        m_lines(std::string_view(document, size)),
-        m_decoder(document, problems) {}
+  // The parser reports a failed conversion from the file's encoding on its
+  // thread's channel for messages without a document; while this reader
+  // lives, that channel is the reader's, so nothing reaches stderr.
+  explicit DocumentReader(const std::string& fileName)
+      : m_fileName(fileName), m_previousChannel(xmlGenericError), m_previousChannelContext(xmlGenericErrorContext) {
+    xmlSetGenericErrorFunc(this, &DocumentReader::channelMessage);
+  }
+  DocumentReader(const DocumentReader&) = delete;
+  DocumentReader& operator=(const DocumentReader&) = delete;
+  ~DocumentReader() {
+    if (m_context != nullptr) {
+      xmlFreeParserCtxt(m_context);
+    }
+    xmlSetGenericErrorFunc(m_previousChannelContext, m_previousChannel);
+  }
 
-  CatalogueTexts read() {
-    if (Impl::reportForbiddenCharacters(std::string_view(m_document, m_size), m_problems)) {
-      parseAndWalk();
-      makeTexts();
+  // Whether the document has failed for good: the rest of it need not be read.
+  bool stopped() const { return m_stopped; }
+
+  void feed(const char* data, std::size_t size) {
+    if (m_context == nullptr) {
+      // The first bytes tell the parser the encoding.
+      const std::size_t head = std::min<std::size_t>(size, 4);
+      start(data, head);
+      data += head;
+      size -= head;
+    }
+    if (size > 0 && !m_stopped) {
+      parse(data, size, false);
+    }
+  }
+
+  Catalogue finish() && {
+    if (m_context == nullptr) {
+      start(nullptr, 0);
+    }
+    if (!m_stopped) {
+      m_finishing = true;
+      parse(nullptr, 0, true);
     }
     if (!m_problems.empty()) {
-      throw CatalogueError(m_problems.findings(m_lines, m_fileName), __FILE__, __LINE__);
+      if (m_unlisted > 0) {
+        m_problems.push_back({Finding::Kind::File,
+                              {m_fileName, 0, 0},
+                              std::to_string(m_unlisted) + " more problems are not listed"});
+      }
+      throw CatalogueError(std::move(m_problems), __FILE__, __LINE__);
     }
     m_catalogue.files.push_back(m_fileName);
     return std::move(m_catalogue);
   }
 
 private:
-  struct Frame {
-    bool isResponse;
-    bool isText;
-  };
+  static const xmlSAXHandler& events() {
+    static const xmlSAXHandler handler = [] {
+      xmlSAXHandler sax{};
+      sax.initialized = XML_SAX2_MAGIC;
+      sax.startDocument = [](void* self) { static_cast<DocumentReader*>(self)->checkDeclaration(); };
+      sax.internalSubset = [](void* self, const xmlChar*, const xmlChar*, const xmlChar*) {
+        static_cast<DocumentReader*>(self)->refuseDocumentType();
+      };
+      sax.startElementNs = [](void* self, const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int,
+                              const xmlChar**, int count, int, const xmlChar** attributes) {
+        static_cast<DocumentReader*>(self)->startElement(local, prefix, uri, count, attributes);
+      };
+      sax.endElementNs = [](void* self, const xmlChar*, const xmlChar*, const xmlChar*) {
+        static_cast<DocumentReader*>(self)->endElement();
+      };
+      sax.characters = [](void* self, const xmlChar* data, int size) {
+        static_cast<DocumentReader*>(self)->characters(data, size);
+      };
+      sax.cdataBlock = [](void* self, const xmlChar* data, int size) {
+        static_cast<DocumentReader*>(self)->cdata(data, size);
+      };
+      sax.ignorableWhitespace = sax.characters;
+      sax.serror = [](void* self, xmlErrorPtr error) { static_cast<DocumentReader*>(self)->parserError(*error); };
+      return sax;
+    }();
+    return handler;
+  }
 
-  // A text element as the walk finds it: where its parts lie in the document.
-  // The parser's tree is about three times the file; the texts are made from
-  // these once it is gone, so that the two never take memory at once.
-  struct FoundText {
-    std::size_t start;
-    TextAttributes attributes;
-    // Its character data and CDATA sections, pieces[firstPiece ...].
-    std::size_t firstPiece;
-    std::size_t pieceCount;
-  };
-  struct Piece {
-    const char* data;
-    bool isCdata;
-  };
+  void start(const char* head, std::size_t size) {
+    // The parser's global tables are set up once, before any thread uses them.
+    static const bool initialised = (xmlInitParser(), true);
+    static_cast<void>(initialised);
+    m_context = xmlCreatePushParserCtxt(const_cast<xmlSAXHandler*>(&events()), this, head,
+                                        static_cast<int>(size), m_fileName.c_str());
+    if (m_context == nullptr) {
+      throw std::bad_alloc();
+    }
+    // No document type declaration gets past refuseDocumentType, so there is
+    // never an entity to expand but the five predefined ones, which this makes
+    // the parser decode in attribute values too. Nothing is fetched, and no
+    // depth of nesting is refused.
+    xmlCtxtUseOptions(m_context, XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_HUGE);
+  }
 
-  void parseAndWalk() {
-    const std::size_t outsideRoot = textOutsideTheRoot();
-    // Escapes and line ends stay as the file has them, so that each value
-    // lies where it stands in the file and every problem in it has a place;
-    // ValueDecoder decodes them. White space alone is a text like any other.
-    const unsigned int options = pugi::parse_cdata | pugi::parse_ws_pcdata | pugi::parse_doctype;
-    pugi::xml_document tree;
-    const pugi::xml_parse_result parsed =
-        tree.load_buffer_inplace(m_document, m_size, options, pugi::encoding_utf8);
-    if (!parsed) {
-      const auto offset = static_cast<std::size_t>(parsed.offset);
-      m_problems.dropFrom(offset);
-      m_problems.add(offset, std::string("malformed XML: ") + parsed.description());
+  // A conversion that fails stops the parser without an error of the document.
+  void parse(const char* data, std::size_t size, bool last) {
+    if (xmlParseChunk(m_context, data, static_cast<int>(size), last ? 1 : 0) != 0 && !m_stopped) {
+      fail({m_context->input->line, m_context->input->col},
+           "malformed XML: " + (m_channelMessage.empty() ? std::string("the parser stopped") : m_channelMessage));
+    }
+  }
+
+  // NOLINTNEXTLINE(cert-dcl50-cpp): the parser's channel is a printf-style C function.
+  static void channelMessage(void* self, const char* format, ...) {
+    auto& reader = *static_cast<DocumentReader*>(self);
+    if (!reader.m_channelMessage.empty()) {
       return;
     }
-    if (outsideRoot != m_size) {
-      m_problems.add(outsideRoot, "text outside the root element");
-    }
-    walk(tree);
+    std::array<char, 256> message{};
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::vsnprintf(message.data(), message.size(), format, arguments);
+    va_end(arguments);
+    reader.m_channelMessage = oneLine(message.data());
   }
 
-  // The parser drops text before the first tag and after the last one
-  // without a word; it must be found before the parser overwrites the tags.
-  std::size_t textOutsideTheRoot() const {
-    const std::string_view document(m_document, m_size);
-    const std::size_t firstTag = std::min(document.find('<'), m_size);
-    for (std::size_t at = 0; at < firstTag; ++at) {
-      if (!isXmlSpace(document[at])) {
-        return at;
-      }
+  void checkDeclaration() {
+    if (m_context->version != nullptr && view(m_context->version) != "1.0") {
+      fail({1, 1}, "XML " + std::string(view(m_context->version)) +
+                       " is not supported: a catalogue file is XML 1.0");
+      return;
     }
-    const std::size_t lastTag = document.rfind('>');
-    for (std::size_t at = lastTag == std::string_view::npos ? m_size : lastTag + 1; at < m_size; ++at) {
-      if (!isXmlSpace(document[at])) {
-        return at;
-      }
-    }
-    return m_size;
-  }
-
-  // Iterative, so that no depth of nesting exhausts the stack.
-  void walk(const pugi::xml_document& tree) {
-    pugi::xml_node node = tree.first_child();
-    while (node) {
-      if (visit(node) && node.first_child()) {
-        node = node.first_child();
-        continue;
-      }
-      for (; node != tree; node = node.parent()) {
-        if (node.type() == pugi::node_element) {
-          leaveElement();
-        }
-        if (node.next_sibling()) {
-          node = node.next_sibling();
-          break;
-        }
-      }
-      if (node == tree) {
+    const xmlCharEncodingHandler* encoder =
+        m_context->input->buf != nullptr ? m_context->input->buf->encoder : nullptr;
+    // The declared name, and the converter the parser chose for it or found by the file's first bytes.
+    const std::array<const char*, 2> names = {reinterpret_cast<const char*>(m_context->encoding),
+                                              encoder != nullptr ? encoder->name : nullptr};
+    for (const char* encoding : names) {
+      if (encoding != nullptr && !isReadEncoding(encoding)) {
+        fail({1, 1}, "encoding '" + std::string(encoding) +
+                         "' is not supported: a catalogue file is UTF-8, UTF-16, ISO-8859-1 or US-ASCII");
         return;
       }
     }
   }
 
-  // Returns whether the walk descends into the node's children.
-  bool visit(const pugi::xml_node& node) {
-    switch (node.type()) {
-      case pugi::node_element:
-        enterElement(node);
-        return true;
-      case pugi::node_pcdata:
-        // A text's own character data was decoded with its element.
-        if (m_frames.empty() || !m_frames.back().isText) {
-          m_decoder.appendContent(node.value(), nullptr);
-        }
-        return false;
-      case pugi::node_doctype:
-        m_problems.add(
-            doctypeOffset(node),
-            "a document type declaration is not allowed in a catalogue file (nothing is expanded or "
-            "fetched)");
-        return false;
-      default:
-        return false;
+  void refuseDocumentType() {
+    fail(placeOf(markupStart()),
+         "a document type declaration is not allowed in a catalogue file (nothing is expanded or fetched)");
+  }
+
+  void startElement(const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int count,
+                    const xmlChar** attributes) {
+    const std::string_view name = view(local);
+    const std::string_view xmlNamespace = uri != nullptr ? view(uri) : std::string_view();
+    const bool parentIsResponse = !m_open.empty() && m_open.back() == Open::Response;
+    m_sawElement = true;
+    Open kind = Open::Other;
+    if (xmlNamespace == messageNamespace && name == "GetLocalizedTextResponse") {
+      kind = Open::Response;
+    } else if ((xmlNamespace == participantNamespace && name == "LocalizedText") ||
+               (xmlNamespace == messageNamespace && name == "Text" && parentIsResponse)) {
+      kind = Open::Text;
+    } else if (name == "LocalizedText" || (name == "Text" && xmlNamespace != messageNamespace)) {
+      noteMisplaced(name, xmlNamespace);
+    }
+    if (m_inText) {
+      problem(placeOf(markupStart()), "element '" + qualified(prefix, local) +
+                                          "' inside a localized text: a text holds characters only");
+    } else if (kind == Open::Text) {
+      beginText(count, attributes);
+    }
+    m_open.push_back(kind);
+  }
+
+  void endElement() {
+    m_open.pop_back();
+    if (m_inText && m_open.size() == m_textLevel) {
+      m_inText = false;
+      endText();
     }
   }
 
-  std::size_t doctypeOffset(const pugi::xml_node& doctype) const {
-    const char* at = doctype.value();
-    while (at > m_document && *at != '<') {
-      --at;
-    }
-    return offsetOf(at);
-  }
-
-  void enterElement(const pugi::xml_node& element) {
-    m_scope.enterElement();
-    collectAttributes(element);
-    declareNamespaces();
-    const QualifiedName name = qualifiedName(element.name());
-    const std::string* const xmlNamespace = namespaceOfPrefix(name, element.name());
-    const bool parentIsResponse = !m_frames.empty() && m_frames.back().isResponse;
-    const Frame frame{isIn(xmlNamespace, messageNamespace) && name.local == "GetLocalizedTextResponse",
-                      (isIn(xmlNamespace, participantNamespace) && name.local == "LocalizedText") ||
-                          (isIn(xmlNamespace, messageNamespace) && name.local == "Text" && parentIsResponse)};
-    if (m_frames.empty() && ++m_roots > 1) {
-      m_problems.add(startOf(element), "a second root element: a catalogue file has one");
-    }
-    TextAttributes textAttributes;
-    checkAttributes(frame.isText ? &textAttributes : nullptr);
-    reportDuplicateAttributes();
-    if (frame.isText) {
-      m_found.push_back(found(element, textAttributes));
-    } else if (name.local == "LocalizedText" ||
-               (name.local == "Text" && !isIn(xmlNamespace, messageNamespace))) {
-      noteMisplaced(element, name.local, xmlNamespace);
-    }
-    m_frames.push_back(frame);
-  }
-
-  void leaveElement() {
-    m_frames.pop_back();
-    m_scope.leaveElement();
-  }
-
-  static bool isIn(const std::string* xmlNamespace, std::string_view wanted) {
-    return xmlNamespace != nullptr && *xmlNamespace == wanted;
-  }
-
-  QualifiedName qualifiedName(const char* written) {
-    const QualifiedName name = split(written);
-    const bool valid = !name.local.empty() && name.local.find(':') == std::string_view::npos &&
-                       (name.prefix.data() == nullptr || !name.prefix.empty());
-    if (!valid) {
-      m_problems.add(offsetOf(written),
-                     "'" + std::string(written) + "' is not a name with namespaces (PREFIX:NAME)");
-    }
-    return name;
-  }
-
-  // The namespace of a qualified element or attribute name; nullptr for none.
-  const std::string* namespaceOfPrefix(const QualifiedName& name, const char* written) {
-    const std::string* const found = m_scope.namespaceOf(name.prefix);
-    if (found == nullptr && !name.prefix.empty()) {
-      m_problems.add(offsetOf(written), "prefix '" + std::string(name.prefix) + "' of '" + written +
-                                            "' has no namespace declaration");
-    }
-    return found == nullptr || found->empty() ? nullptr : found;
-  }
-
-  void collectAttributes(const pugi::xml_node& element) {
-    m_attributes.clear();
-    for (const pugi::xml_attribute attribute : element.attributes()) {
-      m_attributes.push_back({attribute.name(), qualifiedName(attribute.name()), attribute.value(), {}});
+  void characters(const xmlChar* data, int size) {
+    m_cdataCarriageReturn = false;
+    if (isTextContent()) {
+      m_text.content.append(reinterpret_cast<const char*>(data), static_cast<std::size_t>(size));
     }
   }
 
-  // A declaration applies to the element that holds it and to its other
-  // attributes, so all of them come first.
-  void declareNamespaces() {
-    for (Attribute& attribute : m_attributes) {
-      if (!isNamespaceDeclaration(attribute.name)) {
-        continue;
+  // The parser hands CDATA sections on with their carriage returns, where
+  // XML turns CR LF and a lone CR into LF as everywhere else. A section
+  // may come in pieces, and a CR LF may span two.
+  void cdata(const xmlChar* data, int size) {
+    for (const xmlChar* at = data; at < data + size; ++at) {
+      const bool lineFeedOfCrLf = *at == '\n' && m_cdataCarriageReturn;
+      m_cdataCarriageReturn = *at == '\r';
+      if (isTextContent() && !lineFeedOfCrLf) {
+        m_text.content += *at == '\r' ? '\n' : static_cast<char>(*at);
       }
-      const std::string_view prefix =
-          attribute.name.prefix.empty() ? std::string_view() : attribute.name.local;
-      std::string uri;
-      m_decoder.appendAttributeValue(attribute.value, &uri);
-      checkDeclaration(prefix, uri, attribute.qualified);
-      attribute.xmlNamespace = xmlnsNamespace;
-      m_scope.declare(prefix, std::move(uri));
     }
   }
 
-  void checkDeclaration(std::string_view prefix, const std::string& uri, const char* written) {
-    const bool misbound = prefix == "xmlns" || (prefix == "xml") != (uri == xmlPrefixNamespace) ||
-                          uri == xmlnsNamespace || (!prefix.empty() && uri.empty());
-    if (misbound) {
-      m_problems.add(offsetOf(written), "'" + std::string(written) + "=\"" + uri +
-                                            "\"' is not a namespace declaration that XML allows");
+  bool isTextContent() const { return m_inText && m_open.size() == m_textLevel + 1; }
+
+  // Warnings (a relative namespace URI, say) are not problems of the file.
+  void parserError(const xmlError& error) {
+    if (error.level >= XML_ERR_ERROR && !m_stopped) {
+      fail({error.line, error.int2}, "malformed XML: " + reason(error));
     }
   }
 
-  // Checks every attribute but the namespace declarations; keeps the text
-  // attributes of a text element for textOf, which decodes them.
-  void checkAttributes(TextAttributes* textAttributes) {
-    for (Attribute& attribute : m_attributes) {
-      const QualifiedName& name = attribute.name;
-      if (isNamespaceDeclaration(name)) {
-        continue;
+  // At the end of the file the parser's reason is "extra content" whatever
+  // is missing; what is missing is known here.
+  std::string reason(const xmlError& error) const {
+    if (!m_finishing || error.code != XML_ERR_DOCUMENT_END) {
+      return oneLine(error.message);
+    }
+    if (!m_sawElement) {
+      return "no root element";
+    }
+    if (!m_open.empty() && m_context->name != nullptr) {
+      return "the file ends inside the element '" + std::string(view(m_context->name)) + "'";
+    }
+    return oneLine(error.message);
+  }
+
+  void beginText(int count, const xmlChar** attributes) {
+    m_inText = true;
+    m_textLevel = m_open.size();
+    m_text = PendingText{placeOf(markupStart()), {}, {}, {}, {}, {}};
+    for (int index = 0; index < count; ++index) {
+      const xmlChar* const* attribute = attributes + std::ptrdiff_t{5} * index;
+      if (attribute[1] == nullptr) {
+        textAttribute(view(attribute[0]), attribute[3], attribute[4]);
       }
-      const std::string* const xmlNamespace =
-          name.prefix.empty() ? nullptr : namespaceOfPrefix(name, attribute.qualified);
-      attribute.xmlNamespace = xmlNamespace != nullptr ? std::string_view(*xmlNamespace) : name.prefix;
-      const char** slot =
-          textAttributes != nullptr && name.prefix.empty() ? textAttributes->slotFor(name.local) : nullptr;
-      if (slot != nullptr) {
-        *slot = attribute.value;
+    }
+  }
+
+  void textAttribute(std::string_view name, const xmlChar* begin, const xmlChar* end) {
+    const std::string value(reinterpret_cast<const char*>(begin), static_cast<std::size_t>(end - begin));
+    if (name == "Ref") {
+      m_text.ref = value;
+    } else if (name == "Lang") {
+      m_text.lang = LanguageTag(value);
+    } else if (name == "Version") {
+      const std::string_view digits = collapsed(value);
+      std::uint64_t number = 0;
+      const auto parsed = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+      if (parsed.ec != std::errc() || parsed.ptr != digits.data() + digits.size()) {
+        problem(placeOfValue(begin), "Version '" + value + "' is not an unsigned 64-bit decimal");
       } else {
-        m_decoder.appendAttributeValue(attribute.value, nullptr);
+        m_text.version = VersionCounter(number);
+      }
+    } else if (name == "TextWidth") {
+      m_text.width = textWidthFromToken(std::string(collapsed(value)));
+      if (!m_text.width) {
+        problem(placeOfValue(begin), "TextWidth '" + value + "' is not one of " + textWidthTokenList());
       }
     }
   }
 
-  // An element has a handful of attributes, whose names mostly differ in
-  // length, so comparing each with each costs less than sorting; sorting
-  // keeps an element with a great many of them linear.
-  void reportDuplicateAttributes() {
-    const std::size_t fewAttributes = 8;
-    if (m_attributes.size() <= fewAttributes) {
-      for (std::size_t again = 1; again < m_attributes.size(); ++again) {
-        for (std::size_t first = 0; first < again; ++first) {
-          if (isSameAttribute(m_attributes[first], m_attributes[again])) {
-            reportDuplicate(m_attributes[first], m_attributes[again]);
-            break;
-          }
-        }
-      }
+  void endText() {
+    // A file with a problem yields no texts: none are kept past the first.
+    if (!m_problems.empty()) {
       return;
     }
-    std::sort(m_attributes.begin(), m_attributes.end());
-    for (std::size_t again = 1; again < m_attributes.size(); ++again) {
-      if (isSameAttribute(m_attributes[again - 1], m_attributes[again])) {
-        reportDuplicate(m_attributes[again - 1], m_attributes[again]);
-      }
-    }
-  }
-
-  void reportDuplicate(const Attribute& first, const Attribute& again) {
-    const std::string name = again.qualified;
-    m_problems.add(offsetOf(again.qualified),
-                   std::strcmp(first.qualified, again.qualified) == 0
-                       ? "attribute '" + name + "' appears twice on one element"
-                       : "attribute '" + name + "' is the attribute '" + first.qualified + "' again");
-  }
-
-  FoundText found(const pugi::xml_node& element, const TextAttributes& attributes) {
-    const std::size_t firstPiece = m_pieces.size();
-    for (const pugi::xml_node child : element.children()) {
-      if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
-        m_pieces.push_back({child.value(), child.type() == pugi::node_cdata});
-      }
-    }
-    return {startOf(element), attributes, firstPiece, m_pieces.size() - firstPiece};
-  }
-
-  // The values still lie in the document, where the parser left them.
-  void makeTexts() {
-    m_catalogue.texts.reserve(m_found.size());
-    for (const FoundText& text : m_found) {
-      m_catalogue.texts.push_back(textOf(text));
-    }
-    m_found = {};
-    m_pieces = {};
-  }
-
-  CatalogueText textOf(const FoundText& found) {
-    const SourceLocation location = locate(found.start);
-    const TextAttributes& attributes = found.attributes;
-    Tovra::Mdib::LocalizedText text(Utf8(content(found)), lang(attributes.lang),
-                                    LocalizedTextRef(Utf8(utf8Value(attributes.ref, "Ref"))),
-                                    version(attributes.version), width(attributes.textWidth));
-    return {std::move(text), location};
-  }
-
-  std::string content(const FoundText& found) {
-    std::string data;
-    for (std::size_t piece = found.firstPiece; piece < found.firstPiece + found.pieceCount; ++piece) {
-      if (m_pieces[piece].isCdata) {
-        Impl::ValueDecoder::appendCdata(m_pieces[piece].data, data);
-      } else {
-        m_decoder.appendContent(m_pieces[piece].data, &data);
-      }
-    }
-    return data;
-  }
-
-  std::string decoded(const char* value) {
-    std::string text;
-    m_decoder.appendAttributeValue(value, &text);
-    return text;
-  }
-
-  // A reference or language is compared and written out byte for byte, so
-  // unlike a text's content it must be UTF-8 to mean anything.
-  std::string utf8Value(const char* value, const char* attribute) {
-    if (value == nullptr) {
-      return {};
-    }
-    const char* const end = value + std::strlen(value);
-    const char* const malformed = Impl::malformedUtf8At(value, end);
-    std::string text = decoded(value);
-    if (malformed != end) {
-      m_problems.add(offsetOf(malformed), std::string(attribute) + " '" + text + "' is not valid UTF-8");
-    }
-    return text;
-  }
-
-  boost::optional<LanguageTag> lang(const char* value) {
-    if (value == nullptr) {
-      return boost::none;
-    }
-    return LanguageTag(utf8Value(value, "Lang"));
-  }
-
-  boost::optional<VersionCounter> version(const char* value) {
-    if (value == nullptr) {
-      return boost::none;
-    }
-    const std::string text = decoded(value);
-    const std::string_view digits = collapsed(text);
-    std::uint64_t number = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    if (error != std::errc() || end != digits.data() + digits.size()) {
-      m_problems.add(offsetOf(value), "Version '" + text + "' is not an unsigned 64-bit decimal");
-      return boost::none;
-    }
-    return VersionCounter(number);
-  }
-
-  boost::optional<LocalizedTextWidth> width(const char* value) {
-    if (value == nullptr) {
-      return boost::none;
-    }
-    const std::string text = decoded(value);
-    const boost::optional<LocalizedTextWidth> known = textWidthFromToken(std::string(collapsed(text)));
-    if (!known) {
-      m_problems.add(offsetOf(value), "TextWidth '" + text + "' is not one of xs, s, m, l, xl, xxl");
-    }
-    return known;
+    PendingText& text = m_text;
+    m_catalogue.texts.push_back(
+        {Tovra::Mdib::LocalizedText(Utf8(std::move(text.content)), std::move(text.lang),
+                                    LocalizedTextRef(Utf8(std::move(text.ref))), text.version, text.width),
+         0, text.place.line, text.place.column});
   }
 
   // The first element of each name and namespace is enough to tell a user
   // which namespace the texts were meant to have.
-  void noteMisplaced(const pugi::xml_node& element, std::string_view local, const std::string* xmlNamespace) {
-    const std::string_view uri =
-        xmlNamespace != nullptr ? std::string_view(*xmlNamespace) : std::string_view();
-    for (const MisplacedElement& known : m_catalogue.misplaced) {
-      if (known.name == local && known.xmlNamespace == uri) {
-        return;
-      }
+  void noteMisplaced(std::string_view name, std::string_view xmlNamespace) {
+    const auto known = std::find_if(m_catalogue.misplaced.begin(), m_catalogue.misplaced.end(),
+                                    [&](const MisplacedElement& element) {
+                                      return element.name == name && element.xmlNamespace == xmlNamespace;
+                                    });
+    if (known == m_catalogue.misplaced.end()) {
+      const Place place = placeOf(markupStart());
+      m_catalogue.misplaced.push_back(
+          {{m_fileName, place.line, place.column}, std::string(name), std::string(xmlNamespace)});
     }
-    m_catalogue.misplaced.push_back({locate(startOf(element)), std::string(local), std::string(uri)});
   }
 
-  // An element's '<', just before its name.
-  std::size_t startOf(const pugi::xml_node& element) const { return offsetOf(element.name()) - 1; }
-
-  std::size_t offsetOf(const char* at) const { return static_cast<std::size_t>(at - m_document); }
-
-  SourceLocation locate(std::size_t offset) {
-    const Impl::SourcePosition position = m_lines.locate(offset);
-    return {m_fileName, position.line, position.column};
+  // The '<' of the markup that the parser has just read: no '<' can stand
+  // inside a tag or a document type's name, so it is the last one before.
+  const xmlChar* markupStart() const {
+    const xmlChar* at = m_context->input->cur;
+    while (at > m_context->input->base && *at != '<') {
+      --at;
+    }
+    return at;
   }
 
-  char* m_document;
-  std::size_t m_size;
+  // An attribute value lies in the parser's buffer unless the parser had to
+  // rewrite it; then its element's start is the nearest place known.
+  Place placeOfValue(const xmlChar* value) const {
+    const xmlParserInput& input = *m_context->input;
+    return value >= input.base && value <= input.cur ? placeOf(value) : m_text.place;
+  }
+
+  // The parser counts lines and columns where it stands, at the end of the
+  // markup just read, which is still in its buffer together with a stretch
+  // before it; an earlier place is counted back from there.
+  Place placeOf(const xmlChar* at) const {
+    const xmlParserInput& input = *m_context->input;
+    const auto breaks = static_cast<std::int32_t>(std::count(at, input.cur, '\n'));
+    if (breaks == 0) {
+      return {input.line, input.col - charactersIn(at, input.cur)};
+    }
+    const xmlChar* lineStart = at;
+    while (lineStart > input.base && lineStart[-1] != '\n') {
+      --lineStart;
+    }
+    const bool byteOrderMark = input.consumed == 0 && lineStart == input.base && at - lineStart >= 3 &&
+                               std::memcmp(lineStart, "\xEF\xBB\xBF", 3) == 0;
+    return {input.line - breaks, 1 + charactersIn(lineStart + (byteOrderMark ? 3 : 0), at)};
+  }
+
+  void problem(Place place, std::string message) {
+    if (m_problems.size() < listedProblems) {
+      m_problems.push_back({Finding::Kind::File, {m_fileName, place.line, place.column}, std::move(message)});
+    } else {
+      ++m_unlisted;
+    }
+    m_catalogue.texts = {};
+  }
+
+  void fail(Place place, std::string message) {
+    m_stopped = true;
+    if (m_problems.size() == listedProblems) {
+      m_problems.pop_back();
+      ++m_unlisted;
+    }
+    problem(place, std::move(message));
+    if (m_context != nullptr) {
+      xmlStopParser(m_context);
+    }
+  }
+
   const std::string& m_fileName;
-  Impl::FileProblems& m_problems;
-  Impl::LineIndex m_lines;
-  Impl::ValueDecoder m_decoder;
-  Impl::NamespaceScope m_scope;
-  std::vector<Frame> m_frames;
-  std::vector<Attribute> m_attributes;
-  int m_roots = 0;
-  std::vector<FoundText> m_found;
-  std::vector<Piece> m_pieces;
-  CatalogueTexts m_catalogue;
+  xmlGenericErrorFunc m_previousChannel;
+  void* m_previousChannelContext;
+  std::string m_channelMessage;
+  xmlParserCtxtPtr m_context = nullptr;
+  bool m_finishing = false;
+  bool m_sawElement = false;
+  bool m_stopped = false;
+  std::vector<Open> m_open;
+  bool m_inText = false;
+  bool m_cdataCarriageReturn = false;
+  std::size_t m_textLevel = 0;
+  PendingText m_text;
+  std::vector<Finding> m_problems;
+  std::size_t m_unlisted = 0;
+  Catalogue m_catalogue;
 };
+
+struct FileCloser {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+// Windows refuses to open a directory with EACCES, which would send a user
+// looking for a permission problem; the reason is the same as on Linux.
+int openError(const std::string& path, int error) {
+  std::error_code unknown;
+  return std::filesystem::is_directory(path, unknown) ? EISDIR : error;
+}
+
+Catalogue readStream(std::FILE* stream, const std::string& name) {
+  DocumentReader reader(name);
+  std::vector<char> buffer(chunkSize);
+  while (!reader.stopped()) {
+    const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), stream);
+    reader.feed(buffer.data(), count);
+    if (count < buffer.size()) {
+      if (std::ferror(stream) != 0) {
+        failToRead(name, errno);
+      }
+      break;
+    }
+  }
+  return std::move(reader).finish();
+}
+
+Catalogue readStandardInput() {
+#ifdef _WIN32
+  // In text mode Windows would turn CR LF into LF and stop at the first Ctrl-Z,
+  // so a UTF-16 catalogue or one with CR LF line ends would not arrive as written.
+  _setmode(_fileno(stdin), _O_BINARY);
+#endif
+  return readStream(stdin, standardInputName);
+}
 
 }  // namespace
 
-CatalogueTexts readCatalogue(std::string content, const std::string& fileName) {
-  Impl::FileProblems problems;
-  const std::size_t start = Impl::toUtf8Document(content, problems);
-  return DocumentReader(&content[start], content.size() - start, fileName, problems).read();
+Catalogue readCatalogue(std::string_view content, const std::string& fileName) {
+  DocumentReader reader(fileName);
+  for (std::size_t at = 0; at < content.size() && !reader.stopped(); at += chunkSize) {
+    reader.feed(content.data() + at, std::min(chunkSize, content.size() - at));
+  }
+  return std::move(reader).finish();
 }
 
-CatalogueTexts readCatalogueFile(const std::string& path) {
-  return readCatalogue(Impl::fileContent(path), path);
+Catalogue readCatalogueFile(const std::string& path) {
+  const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "rb"));
+  if (!file) {
+    failToRead(path, openError(path, errno));
+  }
+  return readStream(file.get(), path);
+}
+
+Catalogue readCatalogueFiles(const std::vector<std::string>& paths) {
+  Catalogue catalogue;
+  std::vector<Finding> problems;
+  for (const std::string& path : paths) {
+    try {
+      Catalogue file = path == "-" ? readStandardInput() : readCatalogueFile(path);
+      if (problems.empty()) {
+        catalogue.append(std::move(file));
+      }
+    } catch (const CatalogueError& error) {
+      problems.insert(problems.end(), error.problems().begin(), error.problems().end());
+      catalogue = {};
+    }
+  }
+  if (!problems.empty()) {
+    throw CatalogueError(std::move(problems), __FILE__, __LINE__);
+  }
+  return catalogue;
 }
 
 }  // namespace Catalogue

@@ -1,4 +1,4 @@
-#include <Zalt/Catalogue/TextWidthTokens.h>
+#include <Zalt/Catalogue/WriteCatalogue.h>
 
 #include <stdexcept>
 
@@ -22,6 +22,14 @@ boost::optional<LocalizedTextWidth> textWidthFromToken(const std::string& token)
     }
   }
   return boost::none;
+}
+
+std::string textWidthTokenList() {
+  std::string list;
+  for (const auto& token : textWidthTokens()) {
+    list += (list.empty() ? "" : ", ") + token.first;
+  }
+  return list;
 }
 
 const std::string& textWidthToken(LocalizedTextWidth width) {

@@ -1,8 +1,8 @@
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
-#include <Zalt/Catalogue/Private/CodePoints.h>
-#include <Zalt/Catalogue/Private/ForbiddenCharacters.h>
-#include <Zalt/Catalogue/TextWidthTokens.h>
+#include <Zalt/Catalogue/ReadCatalogue.h>
+
+#include <boost/regex/pending/unicode_iterator.hpp>
 
 #include <stdexcept>
 
@@ -10,20 +10,35 @@ namespace Zalt {
 namespace Catalogue {
 namespace {
 
-const char* const participantNamespace =
-    "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant";
+// XML 1.0's characters: tab, LF, CR, U+0020 to U+D7FF, U+E000 to U+FFFD and
+// beyond U+FFFF. Surrogates never decode from UTF-8.
+bool isXmlCharacter(char32_t codePoint) {
+  return codePoint == '\t' || codePoint == '\n' || codePoint == '\r' ||
+         (codePoint >= 0x20 && codePoint <= 0xFFFD) || codePoint > 0xFFFF;
+}
+
+// A reader refuses a file that is not UTF-8 or holds what XML forbids, so
+// the writer refuses to make one.
+void requireXmlText(const std::string& text, const char* part, const Tovra::Mdib::LocalizedText& owner) {
+  using Decoder = boost::u8_to_u32_iterator<std::string::const_iterator, char32_t>;
+  try {
+    const Decoder end(text.end(), text.begin(), text.end());
+    for (Decoder it(text.begin(), text.begin(), text.end()); it != end; ++it) {
+      if (!isXmlCharacter(*it)) {
+        throw std::out_of_range("not an XML character");
+      }
+    }
+  } catch (const std::out_of_range&) {
+    throw std::invalid_argument(std::string("the ") + part + " of the text of reference '" +
+                                owner.ref().get().value() + "' is not UTF-8 that an XML file can carry");
+  }
+}
 
 // Attribute values lose their tabs and line ends to XML's attribute-value
 // normalisation unless they are written as character references; content
 // loses only its carriage returns.
-void appendEscaped(std::string& out, const std::string& text, bool attribute,
-                   const Tovra::Mdib::LocalizedText& owner) {
-  for (std::size_t index = 0; index < text.size(); ++index) {
-    const char c = text[index];
-    if (Impl::startsForbiddenCharacter(text, index)) {
-      throw std::invalid_argument("the text of reference '" + owner.ref().get().value() +
-                                  "' holds a character that an XML file cannot carry");
-    }
+void appendEscaped(std::string& out, const std::string& text, bool attribute) {
+  for (const char c : text) {
     switch (c) {
       case '&':
         out += "&amp;";
@@ -52,20 +67,13 @@ void appendEscaped(std::string& out, const std::string& text, bool attribute,
   }
 }
 
-// The reader refuses a file whose reference or language is not UTF-8, as
-// such a value cannot be compared or shown; writing one would make a file
-// that cannot be read back.
 void appendAttribute(std::string& out, const char* name, const std::string& value,
                      const Tovra::Mdib::LocalizedText& owner) {
-  const char* const end = value.data() + value.size();
-  if (Impl::malformedUtf8At(value.data(), end) != end) {
-    throw std::invalid_argument(std::string("the ") + name + " of the text of reference '" +
-                                owner.ref().get().value() + "' is not UTF-8");
-  }
+  requireXmlText(value, name, owner);
   out += ' ';
   out += name;
   out += "=\"";
-  appendEscaped(out, value, true, owner);
+  appendEscaped(out, value, true);
   out += '"';
 }
 
@@ -88,7 +96,8 @@ std::string writeCatalogue(const std::vector<Tovra::Mdib::LocalizedText>& texts)
       appendAttribute(out, "TextWidth", textWidthToken(*text.textWidth()), text);
     }
     out += '>';
-    appendEscaped(out, text.text().value(), false, text);
+    requireXmlText(text.text().value(), "content", text);
+    appendEscaped(out, text.text().value(), false);
     out += "</pm:LocalizedText>\n";
   }
   out += "</pm:LocalizedTexts>\n";

@@ -1,10 +1,8 @@
 // Calls into every exported function and class of the installed catalogue
 // library, so that a symbol left hidden fails the link and a broken install
 // fails the run.
-#include <Zalt/Catalogue/CatalogueError.h>
-#include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
-#include <Zalt/Catalogue/TextWidthTokens.h>
+#include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
 #include <iostream>
