@@ -21,14 +21,16 @@ int main() {
 
   std::string error;
   try {
-    Zalt::Catalogue::readCatalogueFile("no-such-catalogue.xml");
+    Zalt::Catalogue::readCatalogueFiles({"no-such-catalogue.xml"});
   } catch (const Zalt::Exception& e) {
     error = e.what();
   }
 
   const bool works = texts.size() == 2 &&
-                     texts[1].location == Zalt::Catalogue::SourceLocation{"texts.xml", 3, 1} &&
+                     catalogueTexts.location(texts[1]) == Zalt::Catalogue::SourceLocation{"texts.xml", 3, 1} &&
                      check.findings.empty() && check.kept.size() == 2 &&
+                     Zalt::Catalogue::keptTexts(catalogueTexts, check) == Zalt::Catalogue::mdibTexts(texts) &&
+                     Zalt::Catalogue::textWidthTokenList() == "xs, s, m, l, xl, xxl" &&
                      std::string(name(Zalt::Catalogue::Finding::Kind::Dropped)) == "dropped" &&
                      Zalt::Catalogue::textWidthFromToken("m") == texts[0].text.textWidth() &&
                      Zalt::Catalogue::mdibTexts(written.texts) == Zalt::Catalogue::mdibTexts(texts) &&
