@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # Installs what building and testing need, when it is missing.
-#   scripts/setup.sh            compiler, CMake, Ninja, Boost headers, GoogleTest, and pugixml,
+#   scripts/setup.sh            compiler, CMake, Ninja, Boost headers, GoogleTest, and libxml2,
 #                               utf8proc, CLI11 and nlohmann-json for the catalogue component
 #   scripts/setup.sh --ci       also clang (fuzzing, sanitizer runtimes) and clang-tidy
 #   scripts/setup.sh --bench    also Google Benchmark and gnuplot
 #   scripts/setup.sh --windows  also MinGW-w64, Wine and the GoogleTest sources (Windows cross build),
-#                               then builds pugixml and utf8proc for it from Debian's source packages
+#                               then builds libxml2 and utf8proc for it from Debian's source packages
 #                               (scripts/windows-deps.sh, into build/windows-deps/prefix)
 # As root it runs apt-get; otherwise it prints the command to run and fails.
 set -euo pipefail
@@ -41,7 +41,7 @@ if [ ${#missing[@]} -gt 0 ]; then
   apt-get install -y -qq --no-install-recommends "${missing[@]}"
 fi
 
-# Debian ships pugixml and utf8proc for Linux only; the cross build gets its
+# Debian ships libxml2 and utf8proc for Linux only; the cross build gets its
 # own, built from the same sources. Quick when they are already there.
 if $windows; then
   scripts/windows-deps.sh

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds pugixml and utf8proc for the Windows cross build from Debian's own
+# Builds libxml2 and utf8proc for the Windows cross build from Debian's own
 # source packages, as static libraries, with the project's MinGW-w64 toolchain:
 #   scripts/windows-deps.sh [<prefix> [<work-dir>]]
 # into <prefix> (default build/windows-deps/prefix, which the windows preset
@@ -27,7 +27,7 @@ work=$(cd "${2:-build/windows-deps/src}" && pwd)
 toolchain=$PWD/cmake/mingw-w64-x86_64.cmake
 jobs=${CMAKE_BUILD_PARALLEL_LEVEL:-2}
 
-packages=(pugixml utf8proc)
+packages=(libxml2 utf8proc)
 debian_sources=/etc/apt/sources.list.d/debian.sources
 source_list=/etc/apt/sources.list.d/zalt-lts-deb-src.sources
 
@@ -84,12 +84,17 @@ logged() {
   fi
 }
 
-# build <package> <source-dir> <cmake-option>...: configures, builds and
-# installs it, then leaves a stamp with its Debian version in the prefix. A
-# failed build leaves none, so the next run starts it again.
+# build <package> <source-dir> [--component <name>] <cmake-option>...:
+# configures, builds and installs it (only the named install component, when
+# given), then leaves a stamp with its Debian version in the prefix. A failed
+# build leaves none, so the next run starts it again.
 build() {
-  local package=$1 source=$2 version stamp start
+  local package=$1 source=$2 component="" version stamp start
   shift 2
+  if [ "${1:-}" = --component ]; then
+    component=$2
+    shift 2
+  fi
   version=$(dpkg-parsechangelog -l "$source/debian/changelog" -SVersion)
   stamp=$prefix/share/zalt-lts-deps/$package
   if [ -f "$stamp" ]; then
@@ -112,14 +117,54 @@ build() {
     -DBUILD_TESTING=OFF \
     "$@"
   logged "$log" cmake --build "$build_dir" --parallel "$jobs"
-  logged "$log" cmake --install "$build_dir"
+  logged "$log" cmake --install "$build_dir" ${component:+--component "$component"}
   mkdir -p "$(dirname "$stamp")"
   echo "$version static" >"$stamp"
   echo "$package $version for MinGW-w64 (static) in $prefix: $((SECONDS - start)) s"
 }
 
 enable_source_lists
-pugixml_source=$(fetch pugixml)
+libxml2_source=$(fetch libxml2)
 utf8proc_source=$(fetch utf8proc)
-build pugixml "$pugixml_source" -DPUGIXML_BUILD_TESTS=OFF
+
+# libxml2: the catalogue reader uses its SAX2 push parser and nothing else, so
+# the optional modules are left out, and with them what they would pull in:
+# no HTTP or FTP client, no zlib or lzma for compressed input, no loader of
+# plug-in DLLs, no XML catalogs read from the machine's files, no HTML parser,
+# schemas, XPath, XInclude, canonical form, reader or writer interfaces, no
+# Python binding, programs or tests. The core that the parser is built with
+# stays as libxml2 has it by default: the tree, DTD handling with the regular
+# expressions behind content models, serialisation and the SAX1 interface.
+# Without iconv and ICU, and without the ISO-8859-2...16 tables, it decodes
+# UTF-8, UTF-16, ISO-8859-1 and ASCII only, by its own code; the Linux
+# libxml2 goes through iconv and knows many more encodings. Only its
+# development files are installed: headers, the library and its CMake and
+# pkg-config files, not its 11 MB HTML manual.
+#
+# LIBXML_STATIC holds for libxml2's own objects too, not only for its users:
+# without it each object marks its functions dllexport, and every DLL that
+# links the library would export some 900 libxml2 functions beside its own.
+# LIBXML_STATIC_FOR_DLL keeps the clean-up that a libxml2 DLL does when it is
+# unloaded: it frees the parser's globals and deletes the thread-local key,
+# whose destructor would otherwise still point into the unloaded DLL when a
+# thread that parsed exits later, and crash it. It changes nothing for users.
+#
+# Thread support stays on: without it libxml2 keeps its last error and error
+# handlers in process-wide variables that every parse writes, so two
+# catalogues read on two threads at once would race. On MinGW-w64 it uses
+# winpthreads, which the compiler links by default and whose DLL the C++
+# runtime needs anyway. (Its Win32 variant would, in a static library, start
+# a helper thread for every thread that parses, or need the DllMain of the
+# DLL that links it to pass each thread's exit on.)
+build libxml2 "$libxml2_source" --component development \
+  -DCMAKE_C_FLAGS="-DLIBXML_STATIC -DLIBXML_STATIC_FOR_DLL" \
+  -DLIBXML2_WITH_ICONV=OFF -DLIBXML2_WITH_ICU=OFF -DLIBXML2_WITH_ISO8859X=OFF \
+  -DLIBXML2_WITH_ZLIB=OFF -DLIBXML2_WITH_LZMA=OFF \
+  -DLIBXML2_WITH_HTTP=OFF -DLIBXML2_WITH_FTP=OFF -DLIBXML2_WITH_MODULES=OFF -DLIBXML2_WITH_CATALOG=OFF \
+  -DLIBXML2_WITH_HTML=OFF -DLIBXML2_WITH_DOCB=OFF -DLIBXML2_WITH_SCHEMAS=OFF -DLIBXML2_WITH_SCHEMATRON=OFF \
+  -DLIBXML2_WITH_XPATH=OFF -DLIBXML2_WITH_XPTR=OFF -DLIBXML2_WITH_XINCLUDE=OFF -DLIBXML2_WITH_C14N=OFF \
+  -DLIBXML2_WITH_READER=OFF -DLIBXML2_WITH_WRITER=OFF -DLIBXML2_WITH_PATTERN=OFF \
+  -DLIBXML2_WITH_LEGACY=OFF -DLIBXML2_WITH_DEBUG=OFF \
+  -DLIBXML2_WITH_PYTHON=OFF -DLIBXML2_WITH_PROGRAMS=OFF -DLIBXML2_WITH_TESTS=OFF \
+  -DLIBXML2_WITH_THREADS=ON
 build utf8proc "$utf8proc_source" -DUTF8PROC_INSTALL=ON -DUTF8PROC_ENABLE_TESTING=OFF
