@@ -3,7 +3,7 @@
 // bytes handed out by malloc and not yet freed, now and at most since the last
 // resetPeak(). The benchmark program replaces operator new and, on glibc,
 // malloc and free with counting ones, so the figures also cover allocations
-// made inside the libraries, pugixml's documents included.
+// made inside the libraries, the XML parser's included.
 //
 //   const std::size_t before = allocationCount();
 //   store.text(reference, language);

@@ -5,6 +5,8 @@
 //   catalogue/add/N         the floor: one add of N texts from memory
 //   catalogue/read+add/N    reading the catalogue file and adding its texts
 //   catalogue/check/N       checking the texts read from the file
+//   catalogue/read+check/N  reading the catalogue file and checking its texts,
+//                           what zalt-lts-catalogue check does
 //   catalogue/measure/N     measuring every text's width, as checking does
 //   catalogue/memory/N      peak heap while reading and checking, beside the
 //                           heap of a store that holds the texts
@@ -113,6 +115,17 @@ void check(benchmark::State& state, std::size_t references) {
   state.SetItemsProcessed(state.iterations() * asCount(catalogue.texts.size()));
 }
 
+void readAndCheck(benchmark::State& state, std::size_t references) {
+  const CatalogueFile file(references);
+  std::size_t texts = 0;
+  for (auto _ : state) {
+    const Zalt::Catalogue::Catalogue catalogue = Zalt::Catalogue::readCatalogueFile(file.path());
+    texts = catalogue.texts.size();
+    benchmark::DoNotOptimize(Zalt::Catalogue::checkCatalogue(catalogue));
+  }
+  state.SetItemsProcessed(state.iterations() * asCount(texts));
+}
+
 // The part of check that measures widths, alone.
 void measure(benchmark::State& state, std::size_t references) {
   const std::vector<LocalizedText> catalogue = makeCatalogue(references);
@@ -177,6 +190,7 @@ bool registerCatalogueBenchmarks() {
     timed("add", addOnce);
     timed("read+add", readAndAdd);
     timed("check", check);
+    timed("read+check", readAndCheck);
     timed("measure", measure);
     benchmark::RegisterBenchmark(("catalogue/memory" + size).c_str(), memory, references)->Iterations(1);
   }

@@ -19,9 +19,9 @@ namespace {
 using Zalt::Catalogue::CatalogueText;
 using Zalt::Catalogue::SourceLocation;
 
-// Lines as the reader counts them: LF, CR LF and a lone CR each end one.
-// Conversion from UTF-16 keeps the line ends, so counting its bytes errs
-// only on the side of more lines.
+// At most the lines that the reader counts, at line feeds: a lone CR is
+// counted too, and so is every byte 0x0A of a UTF-16 file, so that this
+// errs only on the side of more lines.
 std::int32_t numberOfLines(const std::string& bytes) {
   std::int32_t lines = 1;
   for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -40,35 +40,14 @@ void checkPlace(const SourceLocation& location, std::int32_t lines, std::size_t 
              what << " at column " << location.column);
 }
 
-// The writer refuses only characters that no file can carry; the reader can
-// return one only by joining the halves of a malformed sequence that stand
-// apart in the file, such as "\xEF\xBF" and "<![CDATA[\xBE]]>".
-bool holdsUnwritableCharacter(const std::string& text) {
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    const bool control = byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
-    const bool nonCharacter = byte == 0xEF && i + 2 < text.size() &&
-                              static_cast<unsigned char>(text[i + 1]) == 0xBF &&
-                              (static_cast<unsigned char>(text[i + 2]) & 0xFEU) == 0xBE;
-    if (control || nonCharacter) {
-      return true;
-    }
-  }
-  return false;
-}
-
 void checkRoundTrip(const std::vector<CatalogueText>& entries) {
   const std::vector<Tovra::Mdib::LocalizedText> texts = Zalt::Catalogue::mdibTexts(entries);
+  // A text that the reader took is UTF-8 of XML's characters, which the writer always takes.
   std::string written;
   try {
     written = Zalt::Catalogue::writeCatalogue(texts);
   } catch (const std::invalid_argument& refused) {
-    bool explained = false;
-    for (const Tovra::Mdib::LocalizedText& text : texts) {
-      explained = explained || holdsUnwritableCharacter(text.text().value());
-    }
-    FUZZ_CHECK(explained, "the writer refuses a text read: " << refused.what());
-    return;
+    FUZZ_CHECK(false, "the writer refuses a text read: " << refused.what());
   }
   try {
     const auto reread =
@@ -94,7 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(  // NOLINT(readability-identifier-naming)
   try {
     const auto catalogue = Zalt::Catalogue::readCatalogue(bytes, "fuzz.xml");
     for (const CatalogueText& entry : catalogue.texts) {
-      checkPlace(entry.location, lines, size, "text");
+      checkPlace(catalogue.location(entry), lines, size, "text");
     }
     for (const Zalt::Catalogue::MisplacedElement& element : catalogue.misplaced) {
       checkPlace(element.location, lines, size, "misplaced element");
@@ -103,7 +82,10 @@ extern "C" int LLVMFuzzerTestOneInput(  // NOLINT(readability-identifier-naming)
   } catch (const Zalt::Catalogue::CatalogueError& error) {
     FUZZ_CHECK(!error.problems().empty(), "an error without problems");
     for (const Zalt::Catalogue::Finding& problem : error.problems()) {
-      checkPlace(problem.location, lines, size, "problem");
+      // Only the count of problems not listed stands at no place.
+      if (problem.location.line != 0 || problem.message.find("more problems are not listed") == std::string::npos) {
+        checkPlace(problem.location, lines, size, "problem");
+      }
     }
     FUZZ_CHECK(std::string(error.what()).rfind("fuzz.xml:", 0) == 0,
                "message without the file: " << error.what());

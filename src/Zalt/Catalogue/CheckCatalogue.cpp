@@ -1,6 +1,5 @@
 #include <Zalt/Catalogue/CheckCatalogue.h>
 
-
 #include <Zalt/Errors/InternalConsistencyFailure.h>
 #include <Zalt/Localization/Private/Common/LanguageConsistencyCheck.h>
 #include <Zalt/Localization/Private/Common/LocalizedTextStoreKeyView.h>
@@ -25,18 +24,17 @@ using Tovra::Mdib::VersionCounter;
 using MdibText = Tovra::Mdib::LocalizedText;
 using Languages = std::vector<std::string_view>;
 
-// A text that the store files: the store's key as views into the catalogue's
-// own text, and the text's index. Sorting these by key and then by index puts
-// the text that the store keeps first among those of equal key.
+// A text that the store files: its index and number of lines, from which
+// with the text itself the store's key is seen. Views of the key would take
+// a third of a store's memory again at a million texts.
 struct FiledText {
-  LocalizedTextStoreKeyView key;
-  std::size_t index;
-
-  bool operator<(const FiledText& other) const {
-    const int byKey = Localization::Impl::compare(key, other.key);
-    return byKey != 0 ? byKey < 0 : index < other.index;
-  }
+  std::uint32_t index;
+  Localization::NumberOfLines lines;
 };
+
+LocalizedTextStoreKeyView keyOf(const MdibText& text, Localization::NumberOfLines lines) {
+  return {text.ref().get().value(), text.lang()->tag(), *text.version(), text.textWidth(), lines};
+}
 
 // One reference in one version: its languages, sorted, and its first text in
 // catalogue order.
@@ -79,7 +77,8 @@ std::string misplacedMessage(const MisplacedElement& element) {
   const std::string_view expected = element.name == "Text" ? messageNamespace : participantNamespace;
   const std::string stands =
       element.xmlNamespace.empty() ? "in no namespace" : "in the namespace '" + element.xmlNamespace + "'";
-  return "no localized text found: this " + element.name + " is " + stands + ", not in '" + std::string(expected) + "'";
+  return "no localized text found: this " + element.name + " is " + stands + ", not in '" +
+         std::string(expected) + "'";
 }
 
 std::string widthMessage(Tovra::Mdib::LocalizedTextWidth declared, const TextMeasure& measure,
@@ -101,7 +100,11 @@ public:
       return std::move(m_check);
     }
     std::vector<FiledText> filed = judgeEach();
-    std::sort(filed.begin(), filed.end());
+    // Equal keys in catalogue order, so that the text that the store keeps comes first.
+    std::sort(filed.begin(), filed.end(), [this](const FiledText& lhs, const FiledText& rhs) {
+      const int byKey = Localization::Impl::compare(key(lhs), key(rhs));
+      return byKey != 0 ? byKey < 0 : lhs.index < rhs.index;
+    });
     const std::vector<Group> groups = keepFirstOfEachKey(filed);
     checkLanguages(groups);
     std::stable_sort(m_byText.begin(), m_byText.end(),
@@ -128,9 +131,7 @@ private:
           knownLanguages.insert(*text.lang());
         }
         const Localization::NumberOfLines lines = Localization::Impl::numberOfLineBreaks(text.text()) + 1;
-        filed.push_back(
-            {{text.ref().get().value(), text.lang()->tag(), *text.version(), text.textWidth(), lines},
-             index});
+        filed.push_back({static_cast<std::uint32_t>(index), lines});
       } catch (const InternalConsistencyFailure& failure) {
         report(index, Finding::Kind::Rejected, failure.what());
       } catch (const std::out_of_range& malformedUtf8) {
@@ -148,23 +149,24 @@ private:
     std::size_t keptIndex = 0;
     for (std::size_t at = 0; at < filed.size(); ++at) {
       const FiledText& text = filed[at];
-      if (at > 0 && Localization::Impl::compare(filed[at - 1].key, text.key) == 0) {
+      const LocalizedTextStoreKeyView textKey = key(text);
+      if (at > 0 && Localization::Impl::compare(key(filed[at - 1]), textKey) == 0) {
         reportDropped(text.index, keptIndex);
         continue;
       }
       keptIndex = text.index;
-      if (!ofReference.empty() && ofReference.begin()->second.ref != text.key.ref) {
+      if (!ofReference.empty() && ofReference.begin()->second.ref != textKey.ref) {
         moveGroups(ofReference, groups);
       }
       m_check.kept.push_back(text.index);
       checkWidth(text.index);
       Group& group =
-          ofReference.emplace(text.key.version, Group{text.key.ref, text.key.version, {}, text.index})
+          ofReference.emplace(textKey.version, Group{textKey.ref, textKey.version, {}, text.index})
               .first->second;
-      if (group.languages.empty() || group.languages.back() != text.key.languageTag) {
-        group.languages.push_back(text.key.languageTag);
+      if (group.languages.empty() || group.languages.back() != textKey.languageTag) {
+        group.languages.push_back(textKey.languageTag);
       }
-      group.firstText = std::min(group.firstText, text.index);
+      group.firstText = std::min<std::size_t>(group.firstText, text.index);
     }
     moveGroups(ofReference, groups);
     return groups;
@@ -220,8 +222,13 @@ private:
     const auto offender = std::find_if(groups.begin(), groups.end(), [&](const Group& group) {
       return group.ref == ref && group.version == check.mismatchedVersion();
     });
-    m_check.findings.push_back(
-        {Finding::Kind::Inconsistent, m_catalogue.location(m_catalogue.texts[offender->firstText]), check.mismatch()});
+    m_check.findings.push_back({Finding::Kind::Inconsistent,
+                                m_catalogue.location(m_catalogue.texts[offender->firstText]),
+                                check.mismatch()});
+  }
+
+  LocalizedTextStoreKeyView key(const FiledText& text) const {
+    return keyOf(m_catalogue.texts[text.index].text, text.lines);
   }
 
   // A display of the declared width cuts a text whose widest line needs a
@@ -241,10 +248,11 @@ private:
     if (m_catalogue.misplaced.empty()) {
       const SourceLocation location{m_catalogue.files.empty() ? std::string() : m_catalogue.files.front(), 0,
                                     0};
-      m_check.findings.push_back(
-          {Finding::Kind::Empty, location,
-           "no localized text found: texts are LocalizedText elements of '" + std::string(participantNamespace) +
-               "' or Text elements of a GetLocalizedTextResponse of '" + std::string(messageNamespace) + "'"});
+      m_check.findings.push_back({Finding::Kind::Empty, location,
+                                  "no localized text found: texts are LocalizedText elements of '" +
+                                      std::string(participantNamespace) +
+                                      "' or Text elements of a GetLocalizedTextResponse of '" +
+                                      std::string(messageNamespace) + "'"});
       return;
     }
     for (const MisplacedElement& element : m_catalogue.misplaced) {
@@ -260,7 +268,8 @@ private:
   }
 
   void report(std::size_t index, Finding::Kind kind, std::string message) {
-    m_byText.emplace_back(index, Finding{kind, m_catalogue.location(m_catalogue.texts[index]), std::move(message)});
+    m_byText.emplace_back(index,
+                          Finding{kind, m_catalogue.location(m_catalogue.texts[index]), std::move(message)});
   }
 
   const Catalogue& m_catalogue;

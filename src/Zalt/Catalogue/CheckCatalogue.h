@@ -51,7 +51,7 @@ ZALT_LTSCATALOGUE_EXPORT CatalogueCheck checkCatalogue(const Catalogue& catalogu
 // Copies of the texts of `catalogue` that the store keeps, by `check` of it,
 // in catalogue order: what one add of them files without an error of its own.
 ZALT_LTSCATALOGUE_EXPORT std::vector<Tovra::Mdib::LocalizedText> keptTexts(const Catalogue& catalogue,
-                                                                          const CatalogueCheck& check);
+                                                                           const CatalogueCheck& check);
 
 }  // namespace Catalogue
 }  // namespace Zalt

@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdarg>
 #include <charconv>
+#include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -38,16 +38,17 @@ constexpr std::size_t listedProblems = 1000;
 
 // The encodings that the parser converts itself, by their names and aliases.
 constexpr std::array<std::string_view, 11> readEncodings = {
-    "UTF-8",       "UTF8",        "UTF-16",   "UTF16", "UTF-16LE", "UTF-16BE",
-    "ISO-8859-1",  "ISO-LATIN-1", "ISO LATIN 1", "US-ASCII", "ASCII"};
+    "UTF-8",      "UTF8",        "UTF-16",      "UTF16",    "UTF-16LE", "UTF-16BE",
+    "ISO-8859-1", "ISO-LATIN-1", "ISO LATIN 1", "US-ASCII", "ASCII"};
 
 std::string_view view(const xmlChar* text) { return reinterpret_cast<const char*>(text); }
 
 bool isReadEncoding(std::string_view name) {
   return std::any_of(readEncodings.begin(), readEncodings.end(), [name](std::string_view known) {
     return known.size() == name.size() &&
-           std::equal(known.begin(), known.end(), name.begin(),
-                      [](char lhs, char rhs) { return lhs == (rhs >= 'a' && rhs <= 'z' ? rhs - 'a' + 'A' : rhs); });
+           std::equal(known.begin(), known.end(), name.begin(), [](char lhs, char rhs) {
+             return lhs == (rhs >= 'a' && rhs <= 'z' ? rhs - 'a' + 'A' : rhs);
+           });
   });
 }
 
@@ -112,16 +113,32 @@ public:
   // The parser reports a failed conversion from the file's encoding on its
   // thread's channel for messages without a document; while this reader
   // lives, that channel is the reader's, so nothing reaches stderr.
-  explicit DocumentReader(const std::string& fileName)
-      : m_fileName(fileName), m_previousChannel(xmlGenericError), m_previousChannelContext(xmlGenericErrorContext) {
+  // `expectedSize` is the document's size in bytes where it is known, else 0.
+  DocumentReader(const std::string& fileName, std::size_t expectedSize)
+      : m_fileName(fileName),
+        m_expectedSize(expectedSize),
+        m_previousChannel(xmlGenericError),
+        m_previousChannelContext(xmlGenericErrorContext) {
     xmlSetGenericErrorFunc(this, &DocumentReader::channelMessage);
+    // The parser's global tables are set up once, before any thread uses them.
+    static const bool initialised = (xmlInitParser(), true);
+    static_cast<void>(initialised);
+    m_context =
+        xmlCreatePushParserCtxt(const_cast<xmlSAXHandler*>(&events()), this, nullptr, 0, fileName.c_str());
+    if (m_context == nullptr) {
+      xmlSetGenericErrorFunc(m_previousChannelContext, m_previousChannel);
+      throw std::bad_alloc();
+    }
+    // No document type declaration gets past refuseDocumentType, so there is
+    // never an entity to expand but the five predefined ones, which this makes
+    // the parser decode in attribute values too. Nothing is fetched, and no
+    // depth of nesting is refused.
+    xmlCtxtUseOptions(m_context, XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_HUGE);
   }
   DocumentReader(const DocumentReader&) = delete;
   DocumentReader& operator=(const DocumentReader&) = delete;
   ~DocumentReader() {
-    if (m_context != nullptr) {
-      xmlFreeParserCtxt(m_context);
-    }
+    xmlFreeParserCtxt(m_context);
     xmlSetGenericErrorFunc(m_previousChannelContext, m_previousChannel);
   }
 
@@ -129,22 +146,16 @@ public:
   bool stopped() const { return m_stopped; }
 
   void feed(const char* data, std::size_t size) {
-    if (m_context == nullptr) {
-      // The first bytes tell the parser the encoding.
-      const std::size_t head = std::min<std::size_t>(size, 4);
-      start(data, head);
-      data += head;
-      size -= head;
-    }
     if (size > 0 && !m_stopped) {
       parse(data, size, false);
     }
+    if (m_fed == 0) {
+      reserveLike(m_expectedSize, size);
+    }
+    m_fed += size;
   }
 
   Catalogue finish() && {
-    if (m_context == nullptr) {
-      start(nullptr, 0);
-    }
     if (!m_stopped) {
       m_finishing = true;
       parse(nullptr, 0, true);
@@ -157,6 +168,7 @@ public:
       }
       throw CatalogueError(std::move(m_problems), __FILE__, __LINE__);
     }
+    giveBackRoom();
     m_catalogue.files.push_back(m_fileName);
     return std::move(m_catalogue);
   }
@@ -170,8 +182,8 @@ private:
       sax.internalSubset = [](void* self, const xmlChar*, const xmlChar*, const xmlChar*) {
         static_cast<DocumentReader*>(self)->refuseDocumentType();
       };
-      sax.startElementNs = [](void* self, const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int,
-                              const xmlChar**, int count, int, const xmlChar** attributes) {
+      sax.startElementNs = [](void* self, const xmlChar* local, const xmlChar* prefix, const xmlChar* uri,
+                              int, const xmlChar**, int count, int, const xmlChar** attributes) {
         static_cast<DocumentReader*>(self)->startElement(local, prefix, uri, count, attributes);
       };
       sax.endElementNs = [](void* self, const xmlChar*, const xmlChar*, const xmlChar*) {
@@ -184,33 +196,20 @@ private:
         static_cast<DocumentReader*>(self)->cdata(data, size);
       };
       sax.ignorableWhitespace = sax.characters;
-      sax.serror = [](void* self, xmlErrorPtr error) { static_cast<DocumentReader*>(self)->parserError(*error); };
+      sax.serror = [](void* self, xmlErrorPtr error) {
+        static_cast<DocumentReader*>(self)->parserError(*error);
+      };
       return sax;
     }();
     return handler;
-  }
-
-  void start(const char* head, std::size_t size) {
-    // The parser's global tables are set up once, before any thread uses them.
-    static const bool initialised = (xmlInitParser(), true);
-    static_cast<void>(initialised);
-    m_context = xmlCreatePushParserCtxt(const_cast<xmlSAXHandler*>(&events()), this, head,
-                                        static_cast<int>(size), m_fileName.c_str());
-    if (m_context == nullptr) {
-      throw std::bad_alloc();
-    }
-    // No document type declaration gets past refuseDocumentType, so there is
-    // never an entity to expand but the five predefined ones, which this makes
-    // the parser decode in attribute values too. Nothing is fetched, and no
-    // depth of nesting is refused.
-    xmlCtxtUseOptions(m_context, XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_HUGE);
   }
 
   // A conversion that fails stops the parser without an error of the document.
   void parse(const char* data, std::size_t size, bool last) {
     if (xmlParseChunk(m_context, data, static_cast<int>(size), last ? 1 : 0) != 0 && !m_stopped) {
       fail({m_context->input->line, m_context->input->col},
-           "malformed XML: " + (m_channelMessage.empty() ? std::string("the parser stopped") : m_channelMessage));
+           "malformed XML: " +
+               (m_channelMessage.empty() ? std::string("the parser stopped") : m_channelMessage));
     }
   }
 
@@ -230,8 +229,8 @@ private:
 
   void checkDeclaration() {
     if (m_context->version != nullptr && view(m_context->version) != "1.0") {
-      fail({1, 1}, "XML " + std::string(view(m_context->version)) +
-                       " is not supported: a catalogue file is XML 1.0");
+      fail({1, 1},
+           "XML " + std::string(view(m_context->version)) + " is not supported: a catalogue file is XML 1.0");
       return;
     }
     const xmlCharEncodingHandler* encoder =
@@ -241,11 +240,16 @@ private:
                                               encoder != nullptr ? encoder->name : nullptr};
     for (const char* encoding : names) {
       if (encoding != nullptr && !isReadEncoding(encoding)) {
-        fail({1, 1}, "encoding '" + std::string(encoding) +
-                         "' is not supported: a catalogue file is UTF-8, UTF-16, ISO-8859-1 or US-ASCII");
+        refuseEncoding(encoding);
         return;
       }
     }
+  }
+
+  // The same message whether a converter exists for the encoding or not.
+  void refuseEncoding(const char* encoding) {
+    fail({1, 1}, "encoding '" + std::string(encoding) +
+                     "' is not supported: a catalogue file is UTF-8, UTF-16, ISO-8859-1 or US-ASCII");
   }
 
   void refuseDocumentType() {
@@ -309,7 +313,12 @@ private:
 
   // Warnings (a relative namespace URI, say) are not problems of the file.
   void parserError(const xmlError& error) {
-    if (error.level >= XML_ERR_ERROR && !m_stopped) {
+    if (error.level < XML_ERR_ERROR || m_stopped) {
+      return;
+    }
+    if (error.code == XML_ERR_UNSUPPORTED_ENCODING && error.str1 != nullptr) {
+      refuseEncoding(error.str1);
+    } else {
       fail({error.line, error.int2}, "malformed XML: " + reason(error));
     }
   }
@@ -342,24 +351,25 @@ private:
   }
 
   void textAttribute(std::string_view name, const xmlChar* begin, const xmlChar* end) {
-    const std::string value(reinterpret_cast<const char*>(begin), static_cast<std::size_t>(end - begin));
+    const std::string_view value(reinterpret_cast<const char*>(begin), static_cast<std::size_t>(end - begin));
     if (name == "Ref") {
       m_text.ref = value;
     } else if (name == "Lang") {
-      m_text.lang = LanguageTag(value);
+      m_text.lang = LanguageTag(std::string(value));
     } else if (name == "Version") {
       const std::string_view digits = collapsed(value);
       std::uint64_t number = 0;
       const auto parsed = std::from_chars(digits.data(), digits.data() + digits.size(), number);
       if (parsed.ec != std::errc() || parsed.ptr != digits.data() + digits.size()) {
-        problem(placeOfValue(begin), "Version '" + value + "' is not an unsigned 64-bit decimal");
+        problem(placeOfValue(begin), "Version '" + std::string(value) + "' is not an unsigned 64-bit decimal");
       } else {
         m_text.version = VersionCounter(number);
       }
     } else if (name == "TextWidth") {
       m_text.width = textWidthFromToken(std::string(collapsed(value)));
       if (!m_text.width) {
-        problem(placeOfValue(begin), "TextWidth '" + value + "' is not one of " + textWidthTokenList());
+        problem(placeOfValue(begin),
+                "TextWidth '" + std::string(value) + "' is not one of " + textWidthTokenList());
       }
     }
   }
@@ -374,6 +384,24 @@ private:
         {Tovra::Mdib::LocalizedText(Utf8(std::move(text.content)), std::move(text.lang),
                                     LocalizedTextRef(Utf8(std::move(text.ref))), text.version, text.width),
          0, text.place.line, text.place.column});
+  }
+
+  // Growing the texts as they come would copy them some twenty times into
+  // ever larger blocks at a million texts. A file's first chunk tells how
+  // densely it holds texts, so the whole file's room is taken at once.
+  void reserveLike(std::size_t fileSize, std::size_t readSoFar) {
+    std::vector<CatalogueText>& texts = m_catalogue.texts;
+    if (fileSize > readSoFar && !texts.empty()) {
+      texts.reserve(texts.size() + texts.size() * (fileSize - readSoFar) / readSoFar + texts.size() / 16);
+    }
+  }
+
+  // What a guess took beyond the texts is given back, where it is worth a copy.
+  void giveBackRoom() {
+    std::vector<CatalogueText>& texts = m_catalogue.texts;
+    if (texts.capacity() > texts.size() + texts.size() / 4 + 64) {
+      texts.shrink_to_fit();
+    }
   }
 
   // The first element of each name and namespace is enough to tell a user
@@ -441,12 +469,12 @@ private:
       ++m_unlisted;
     }
     problem(place, std::move(message));
-    if (m_context != nullptr) {
-      xmlStopParser(m_context);
-    }
+    xmlStopParser(m_context);
   }
 
   const std::string& m_fileName;
+  const std::size_t m_expectedSize;
+  std::size_t m_fed = 0;
   xmlGenericErrorFunc m_previousChannel;
   void* m_previousChannelContext;
   std::string m_channelMessage;
@@ -475,8 +503,8 @@ int openError(const std::string& path, int error) {
   return std::filesystem::is_directory(path, unknown) ? EISDIR : error;
 }
 
-Catalogue readStream(std::FILE* stream, const std::string& name) {
-  DocumentReader reader(name);
+Catalogue readStream(std::FILE* stream, const std::string& name, std::size_t expectedSize) {
+  DocumentReader reader(name, expectedSize);
   std::vector<char> buffer(chunkSize);
   while (!reader.stopped()) {
     const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), stream);
@@ -497,13 +525,13 @@ Catalogue readStandardInput() {
   // so a UTF-16 catalogue or one with CR LF line ends would not arrive as written.
   _setmode(_fileno(stdin), _O_BINARY);
 #endif
-  return readStream(stdin, standardInputName);
+  return readStream(stdin, standardInputName, 0);
 }
 
 }  // namespace
 
 Catalogue readCatalogue(std::string_view content, const std::string& fileName) {
-  DocumentReader reader(fileName);
+  DocumentReader reader(fileName, content.size());
   for (std::size_t at = 0; at < content.size() && !reader.stopped(); at += chunkSize) {
     reader.feed(content.data() + at, std::min(chunkSize, content.size() - at));
   }
@@ -515,7 +543,9 @@ Catalogue readCatalogueFile(const std::string& path) {
   if (!file) {
     failToRead(path, openError(path, errno));
   }
-  return readStream(file.get(), path);
+  std::error_code unknown;
+  const std::uintmax_t size = std::filesystem::file_size(path, unknown);
+  return readStream(file.get(), path, unknown ? 0 : static_cast<std::size_t>(size));
 }
 
 Catalogue readCatalogueFiles(const std::vector<std::string>& paths) {

@@ -169,7 +169,8 @@ ZALT_LTSCATALOGUE_EXPORT Catalogue readCatalogue(std::string_view content, const
 // rvalue form moves them out.
 ZALT_LTSCATALOGUE_EXPORT std::vector<Tovra::Mdib::LocalizedText> mdibTexts(
     const std::vector<CatalogueText>& texts);
-ZALT_LTSCATALOGUE_EXPORT std::vector<Tovra::Mdib::LocalizedText> mdibTexts(std::vector<CatalogueText>&& texts);
+ZALT_LTSCATALOGUE_EXPORT std::vector<Tovra::Mdib::LocalizedText> mdibTexts(
+    std::vector<CatalogueText>&& texts);
 
 }  // namespace Catalogue
 }  // namespace Zalt

@@ -1,8 +1,8 @@
 // Calls into every exported function and class of the installed catalogue
 // library, so that a symbol left hidden fails the link and a broken install
 // fails the run.
-#include <Zalt/Catalogue/ReadCatalogue.h>
 #include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Catalogue/ReadCatalogue.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
 #include <iostream>
@@ -26,15 +26,16 @@ int main() {
     error = e.what();
   }
 
-  const bool works = texts.size() == 2 &&
-                     catalogueTexts.location(texts[1]) == Zalt::Catalogue::SourceLocation{"texts.xml", 3, 1} &&
-                     check.findings.empty() && check.kept.size() == 2 &&
-                     Zalt::Catalogue::keptTexts(catalogueTexts, check) == Zalt::Catalogue::mdibTexts(texts) &&
-                     Zalt::Catalogue::textWidthTokenList() == "xs, s, m, l, xl, xxl" &&
-                     std::string(name(Zalt::Catalogue::Finding::Kind::Dropped)) == "dropped" &&
-                     Zalt::Catalogue::textWidthFromToken("m") == texts[0].text.textWidth() &&
-                     Zalt::Catalogue::mdibTexts(written.texts) == Zalt::Catalogue::mdibTexts(texts) &&
-                     error.rfind("no-such-catalogue.xml: cannot be read", 0) == 0;
+  const bool works =
+      texts.size() == 2 &&
+      catalogueTexts.location(texts[1]) == Zalt::Catalogue::SourceLocation{"texts.xml", 3, 1} &&
+      check.findings.empty() && check.kept.size() == 2 &&
+      Zalt::Catalogue::keptTexts(catalogueTexts, check) == Zalt::Catalogue::mdibTexts(texts) &&
+      Zalt::Catalogue::textWidthTokenList() == "xs, s, m, l, xl, xxl" &&
+      std::string(name(Zalt::Catalogue::Finding::Kind::Dropped)) == "dropped" &&
+      Zalt::Catalogue::textWidthFromToken("m") == texts[0].text.textWidth() &&
+      Zalt::Catalogue::mdibTexts(written.texts) == Zalt::Catalogue::mdibTexts(texts) &&
+      error.rfind("no-such-catalogue.xml: cannot be read", 0) == 0;
   std::cout << (works ? "catalogue consumer: installed package works\n"
                       : "catalogue consumer: installed package is broken\n");
   return works ? 0 : 1;
