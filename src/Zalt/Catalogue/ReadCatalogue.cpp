@@ -392,7 +392,8 @@ private:
   void reserveLike(std::size_t fileSize, std::size_t readSoFar) {
     std::vector<CatalogueText>& texts = m_catalogue.texts;
     if (fileSize > readSoFar && !texts.empty()) {
-      texts.reserve(texts.size() + texts.size() * (fileSize - readSoFar) / readSoFar + texts.size() / 16);
+      const std::size_t expected = texts.size() * (fileSize / readSoFar + 1);
+      texts.reserve(expected + expected / 8);
     }
   }
 
