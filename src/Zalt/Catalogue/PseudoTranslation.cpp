@@ -1,6 +1,6 @@
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
-#include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
+#include <Zalt/Localization/Private/Common/LineBreakRule.h>
 
 #include <boost/regex/pending/unicode_iterator.hpp>
 
@@ -14,6 +14,8 @@
 namespace Zalt {
 namespace Catalogue {
 namespace {
+
+using Localization::Impl::LineBreakRule;
 
 // Look-alikes for A to Z, then a to z: each one precomposed code point of
 // ordinary width, so that the letters alone change no line's width.
@@ -187,29 +189,20 @@ Tovra::Locale::Utf8 pseudoTranslation(const Tovra::Locale::Utf8& text) {
   std::string out;
   out.reserve(in.size() * 2 + 2);
   LineWriter line(out);
-  // A CR ends its line, and an LF or a second CR right after it belongs to
-  // the same break, so nothing may be written between them.
-  bool carriageReturnPending = false;
+  LineBreakRule lineBreaks;
   for (Decoder it = decoderAt(0); it.base() != in.end();) {
     const auto position = static_cast<std::size_t>(it.base() - in.begin());
-    const char32_t codePoint = *it;
     const Decoder next = std::next(it);
     const auto length = static_cast<std::size_t>(next.base() - it.base());
-    if (codePoint == '\r' || codePoint == '\n') {
-      if (!carriageReturnPending) {
-        line.close();
-      }
-      carriageReturnPending = codePoint == '\r';
-      out += static_cast<char>(codePoint);
-      it = next;
-      continue;
-    }
-    carriageReturnPending = false;
-    if (Localization::Impl::isLineBreakOtherThanCrLf(codePoint)) {
+    const LineBreakRule::Role role = lineBreaks.feed(*it);
+    if (role == LineBreakRule::Role::LineEnd) {
       line.close();
+    }
+    if (role != LineBreakRule::Role::Text) {
       out.append(in, position, length);
     } else if (const std::size_t placeholder = placeholderLength(in, position)) {
-      // Placeholders are ASCII, so the decoder restarts on a character's first byte.
+      // Placeholders are printable ASCII: none of them holds a line break, and
+      // the decoder restarts on a character's first byte.
       line.character(in, position, placeholder, placeholder);
       it = decoderAt(position + placeholder);
       continue;

@@ -1,6 +1,6 @@
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
-#include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
+#include <Zalt/Localization/Private/Common/LineBreakRule.h>
 
 #include <utf8proc.h>
 #include <boost/regex/pending/unicode_iterator.hpp>
@@ -14,10 +14,9 @@ namespace Zalt {
 namespace Catalogue {
 namespace {
 
+using Localization::Impl::LineBreakRule;
 using Tovra::Mdib::LocalizedTextWidth;
 
-constexpr char32_t lineFeed = 0x0A;
-constexpr char32_t carriageReturn = 0x0D;
 // The most fullwidth characters a line of each class holds, narrowest first;
 // ExtraExtraLarge holds any line.
 constexpr std::pair<LocalizedTextWidth, std::uint32_t> classLimits[] = {
@@ -62,7 +61,7 @@ public:
     m_previous = static_cast<unsigned char>(position[-1]);
     m_clusterState = 0;
     m_clusterCounted = true;
-    m_carriageReturnPending = false;
+    m_lineBreaks.feedText();
     return true;
   }
 
@@ -71,8 +70,15 @@ public:
   }
 
   void codePoint(char32_t codePoint) {
-    if (!lineBreak(codePoint)) {
-      cluster(codePoint);
+    switch (m_lineBreaks.feed(codePoint)) {
+      case LineBreakRule::Role::Text:
+        cluster(codePoint);
+        break;
+      case LineBreakRule::Role::LineEnd:
+        endLine();
+        break;
+      case LineBreakRule::Role::RestOfBreak:
+        break;
     }
   }
 
@@ -84,24 +90,6 @@ public:
   }
 
 private:
-  // Ends the line where the store counts a break. A CR ends its line at once;
-  // an LF or a second CR right after it belongs to the same break.
-  bool lineBreak(char32_t codePoint) {
-    if (codePoint == carriageReturn) {
-      if (!m_carriageReturnPending) {
-        endLine();
-        m_carriageReturnPending = true;
-      }
-      return true;
-    }
-    const bool pending = m_carriageReturnPending;
-    m_carriageReturnPending = false;
-    if ((codePoint == lineFeed && !pending) || Localization::Impl::isLineBreakOtherThanCrLf(codePoint)) {
-      endLine();
-    }
-    return codePoint == lineFeed || Localization::Impl::isLineBreakOtherThanCrLf(codePoint);
-  }
-
   void cluster(char32_t codePoint) {
     const auto utf8procCodePoint = static_cast<utf8proc_int32_t>(codePoint);
     const int charWidth = utf8proc_charwidth(utf8procCodePoint);
@@ -133,7 +121,7 @@ private:
   // Whether the current cluster has added its share: a cluster that begins with
   // zero-width code points counts once its first visible one comes.
   bool m_clusterCounted = false;
-  bool m_carriageReturnPending = false;
+  LineBreakRule m_lineBreaks;
 };
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
+#include <Zalt/Localization/Private/Common/LineBreakRule.h>
+
 #include <boost/regex/pending/unicode_iterator.hpp>
 
 #include <string>
@@ -7,12 +9,6 @@
 namespace Zalt {
 namespace Localization {
 namespace Impl {
-namespace {
-
-constexpr char32_t lineFeed = 0x0A;
-constexpr char32_t carriageReturn = 0x0D;
-
-}  // namespace
 
 unsigned int numberOfLineBreaks(const Tovra::Locale::Utf8& text) {
   using Decoder = boost::u8_to_u32_iterator<std::string::const_iterator, char32_t>;
@@ -22,26 +18,13 @@ unsigned int numberOfLineBreaks(const Tovra::Locale::Utf8& text) {
   const Decoder end(bytes.end(), bytes.begin(), bytes.end());
 
   unsigned int breaks = 0;
-  bool carriageReturnPending = false;
+  LineBreakRule rule;
   for (Decoder it(bytes.begin(), bytes.begin(), bytes.end()); it != end; ++it) {
-    const char32_t codePoint = *it;
-    if (codePoint == lineFeed) {
-      carriageReturnPending = false;
+    if (rule.feed(*it) == LineBreakRule::Role::LineEnd) {
       ++breaks;
-    } else if (codePoint == carriageReturn) {
-      // A second carriage return is absorbed into the pending one: "\r\r" is one break.
-      carriageReturnPending = true;
-    } else {
-      if (isLineBreakOtherThanCrLf(codePoint)) {
-        ++breaks;
-      }
-      if (carriageReturnPending) {
-        carriageReturnPending = false;
-        ++breaks;
-      }
     }
   }
-  return carriageReturnPending ? breaks + 1 : breaks;
+  return breaks;
 }
 
 }  // namespace Impl
