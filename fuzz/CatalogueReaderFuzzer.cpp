@@ -83,7 +83,8 @@ extern "C" int LLVMFuzzerTestOneInput(  // NOLINT(readability-identifier-naming)
     FUZZ_CHECK(!error.problems().empty(), "an error without problems");
     for (const Zalt::Catalogue::Finding& problem : error.problems()) {
       // Only the count of problems not listed stands at no place.
-      if (problem.location.line != 0 || problem.message.find("more problems are not listed") == std::string::npos) {
+      if (problem.location.line != 0 ||
+          problem.message.find("more problems are not listed") == std::string::npos) {
         checkPlace(problem.location, lines, size, "problem");
       }
     }

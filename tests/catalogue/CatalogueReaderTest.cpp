@@ -344,10 +344,11 @@ TEST(CatalogueReader, ReadsEachEncodingAsItsUtf8Twin) {
       testing::ElementsAre(problem(1, 4,
                                    "malformed XML: input conversion failed due to input error, bytes 0x00 "
                                    "0xD8 0x3C 0x00")));
-EXPECT_THAT(problemsOf(std::string("\0\0\0<\0\0\0c\0\0\0/\0\0\0>", 16)),
-              testing::ElementsAre(testing::Field(
-                  &Finding::message, testing::EndsWith("' is not supported: a catalogue file is UTF-8, UTF-16, "
-                                                       "ISO-8859-1 or US-ASCII"))));
+  EXPECT_THAT(
+      problemsOf(std::string("\0\0\0<\0\0\0c\0\0\0/\0\0\0>", 16)),
+      testing::ElementsAre(testing::Field(
+          &Finding::message, testing::EndsWith("' is not supported: a catalogue file is UTF-8, UTF-16, "
+                                               "ISO-8859-1 or US-ASCII"))));
 }
 
 TEST(CatalogueReader, ReadsAnyDepthOfNesting) {

@@ -160,9 +160,8 @@ private:
       }
       m_check.kept.push_back(text.index);
       checkWidth(text.index);
-      Group& group =
-          ofReference.emplace(textKey.version, Group{textKey.ref, textKey.version, {}, text.index})
-              .first->second;
+      Group& group = ofReference.emplace(textKey.version, Group{textKey.ref, textKey.version, {}, text.index})
+                         .first->second;
       if (group.languages.empty() || group.languages.back() != textKey.languageTag) {
         group.languages.push_back(textKey.languageTag);
       }

@@ -361,7 +361,8 @@ private:
       std::uint64_t number = 0;
       const auto parsed = std::from_chars(digits.data(), digits.data() + digits.size(), number);
       if (parsed.ec != std::errc() || parsed.ptr != digits.data() + digits.size()) {
-        problem(placeOfValue(begin), "Version '" + std::string(value) + "' is not an unsigned 64-bit decimal");
+        problem(placeOfValue(begin),
+                "Version '" + std::string(value) + "' is not an unsigned 64-bit decimal");
       } else {
         m_text.version = VersionCounter(number);
       }
