@@ -184,6 +184,7 @@ TEST(CatalogueReader, RefusesWhatXmlOrACatalogueDoesNotAllowAtItsPlace) {
       {open() + text + "Temp\xE9rature" + close, 2, 31,
        "malformed XML: Input is not proper UTF-8, indicate encoding ! Bytes: 0xE9 0x72 0x61 0x74"},
       {open() + text + "\xED\xA0\x80" + close, 2, 27, "malformed XML: Char 0xD800 out of allowed range"},
+      {open() + text + "<![CDATA[x\xC1\xB8]]>" + close, 2, 36, "malformed XML: a CDATA section holds what is not UTF-8"},
       {open() + "<!-- a -- b --></c>", 2, 8, "malformed XML: Double hyphen within comment"},
       {" <?xml version='1.0'?><c/>", 1, 7,
        "malformed XML: XML declaration allowed only at the start of the document"},

@@ -1,4 +1,4 @@
-#include <Zalt/Catalogue/ReadCatalogue.h>
+#include <Zalt/Catalogue/Catalogue.h>
 
 #include <string>
 #include <utility>

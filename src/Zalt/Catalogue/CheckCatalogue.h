@@ -23,7 +23,7 @@
 
 #include <Tovra/Mdib/LocalizedText.h>
 #include <Zalt/Catalogue/CatalogueExport.h>
-#include <Zalt/Catalogue/ReadCatalogue.h>
+#include <Zalt/Catalogue/Catalogue.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
 #include <cstddef>

@@ -4,6 +4,8 @@
 
 #include <libxml/parser.h>
 
+#include <boost/regex/pending/unicode_iterator.hpp>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -13,6 +15,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <stdexcept>
 #include <utility>
 
 #ifdef _WIN32
@@ -296,10 +299,30 @@ private:
     }
   }
 
+  // The parser lets an overlong two-byte sequence through in CDATA alone; the
+  // store's own decoder finds every malformed one.
+  static bool isUtf8(const xmlChar* data, int size) {
+    using Decoder = boost::u8_to_u32_iterator<const xmlChar*, char32_t>;
+    try {
+      // The decoder checks a sequence when it is read, not when it is passed.
+      for (Decoder it(data, data, data + size), end(data + size, data, data + size); it != end; ++it) {
+        static_cast<void>(*it);
+      }
+    } catch (const std::out_of_range&) {
+      return false;
+    }
+    return true;
+  }
+
   // The parser hands CDATA sections on with their carriage returns, where
   // XML turns CR LF and a lone CR into LF as everywhere else. A section
   // may come in pieces, and a CR LF may span two.
   void cdata(const xmlChar* data, int size) {
+    if (!isUtf8(data, size)) {
+      fail({m_context->input->line, m_context->input->col},
+           "malformed XML: a CDATA section holds what is not UTF-8");
+      return;
+    }
     for (const xmlChar* at = data; at < data + size; ++at) {
       const bool lineFeedOfCrLf = *at == '\n' && m_cdataCarriageReturn;
       m_cdataCarriageReturn = *at == '\r';

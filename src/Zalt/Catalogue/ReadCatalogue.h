@@ -1,158 +1,47 @@
 // Zalt::Catalogue reading: the localized texts of XML catalogue files, in
 // document order, ready for a device store, with every problem of a file at its
-// line and column.
-//
-// A device loads its store in three lines; a file that yields no texts throws
-// CatalogueError with all of its problems:
+// line and column. A device loads its store in three lines; files that yield no
+// texts throw CatalogueError with all of their problems:
 //
 //   const Zalt::Catalogue::Catalogue catalogue = Zalt::Catalogue::readCatalogueFiles({"de.xml", "en.xml"});
 //   auto store = Zalt::Localization::Device::LocalizedTextStore::createLocalizedTextStore();
 //   store->add(Zalt::Catalogue::mdibTexts(catalogue.texts));
 //
-// A catalogue file is XML 1.0 with namespaces, read by a conforming parser in
-// UTF-8 (with or without a byte-order mark), UTF-16 (with a byte-order mark),
-// ISO-8859-1 or US-ASCII. Its texts are every LocalizedText element of the
-// participant namespace and every Text child of a GetLocalizedTextResponse of
-// the message namespace, at any depth and under any prefix:
+// A catalogue file is XML 1.0 with namespaces, read by a conforming streaming
+// parser, in UTF-8 (with or without a byte-order mark), UTF-16 (with a
+// byte-order mark), ISO-8859-1 or US-ASCII. Its texts are every LocalizedText
+// element of the participant namespace and every Text child of a
+// GetLocalizedTextResponse of the message namespace, at any depth and under any
+// prefix:
 //
 //   <pm:LocalizedText Ref="alarm.hr.high" Lang="en-US" Version="2" TextWidth="m">Heart rate
 //   too high</pm:LocalizedText>
 //
 // The unprefixed attributes give the reference (Ref), the language (Lang), the
 // version (Version, an unsigned 64-bit decimal) and the width (TextWidth: xs,
-// s, m, l, xl or xxl). A missing attribute leaves the reference empty or the
-// other part absent, so that a device store rejects the text with its own
-// message. The element's characters, CDATA sections included, are the text,
-// with XML's line ends (CR LF becomes LF, "&#13;" stays a carriage return).
+// s, m, l, xl or xxl); a missing one leaves the reference empty or the part
+// absent, for a device store to reject. The element's characters, CDATA
+// sections included, are the text, with XML's line ends (CR LF and a lone CR
+// become LF; "&#13;" stays a carriage return).
 //
 // A file that is not well-formed (malformed UTF-8 included), declares another
 // encoding or XML 1.1, or has a document type declaration stops at that
-// problem. Nothing is ever expanded or fetched. An element inside a text, a
-// Version or TextWidth that no text can have, are problems too, but reading
-// goes on to report all of them (at most 1,000 per file, then how many more).
-// Lines are counted at line feeds; columns count characters.
+// problem; nothing is ever expanded or fetched. An element inside a text and a
+// Version or TextWidth that no text can have are problems too, but reading goes
+// on to report all of them, at most 1,000 per file and then how many more.
+// Lines are counted at line feeds; columns count characters. Reading streams a
+// file through the parser and costs time linear in it at any depth.
 #pragma once
 
-#include <Tovra/Mdib/LocalizedText.h>
+#include <Zalt/Catalogue/Catalogue.h>
 #include <Zalt/Catalogue/CatalogueExport.h>
-#include <Zalt/Errors/Exception.h>
 
-#include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace Zalt {
 namespace Catalogue {
-
-// The namespaces of the texts: participant LocalizedText, message Text.
-inline constexpr std::string_view participantNamespace =
-    "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant";
-inline constexpr std::string_view messageNamespace =
-    "http://standards.ieee.org/downloads/11073/11073-10207-2017/message";
-
-// Where something stands in a file: its name as given, and the line and the
-// column, both counted from 1; line 0 where no line applies (a file that
-// cannot be read).
-struct SourceLocation {
-  std::string file;
-  std::int32_t line;
-  std::int32_t column;
-};
-
-ZALT_LTSCATALOGUE_EXPORT bool operator==(const SourceLocation& lhs, const SourceLocation& rhs);
-ZALT_LTSCATALOGUE_EXPORT bool operator!=(const SourceLocation& lhs, const SourceLocation& rhs);
-
-// One problem of a catalogue, at the place in a file that causes it.
-struct Finding {
-  enum class Kind {
-    // The file cannot be read or is not a catalogue file; it yields no texts.
-    File,
-    // The store throws for this text; the message is the store's.
-    Rejected,
-    // The store keeps an earlier text under the same key and drops this one.
-    Dropped,
-    // A reference in one version lacks languages that the others have, or
-    // has languages that they lack.
-    Languages,
-    // The store's language check fails for the whole catalogue; the message
-    // is the store's.
-    Inconsistent,
-    // No localized text was found in the whole catalogue.
-    Empty,
-    // The text's declared width is narrower than its widest line needs.
-    Width,
-  };
-
-  Kind kind;
-  SourceLocation location;
-  std::string message;
-};
-
-// The kind's name in JSON: "file", "rejected", "dropped", "languages",
-// "inconsistent", "empty" or "width".
-ZALT_LTSCATALOGUE_EXPORT const char* name(Finding::Kind kind);
-
-// "FILE:LINE:COLUMN: message", or "FILE: message" where no line applies.
-ZALT_LTSCATALOGUE_EXPORT std::string placed(const Finding& finding);
-
-ZALT_LTSCATALOGUE_EXPORT bool operator==(const Finding& lhs, const Finding& rhs);
-ZALT_LTSCATALOGUE_EXPORT bool operator!=(const Finding& lhs, const Finding& rhs);
-
-// Files that yield no texts. Like every Zalt::Exception, file() and line()
-// name the library's throw statement; the places in the catalogue are the
-// problems, findings of kind File in the order of the files and, within a
-// file, of their places. what() is the first of them, followed by
-// " (and N more problems)" where there are more.
-class ZALT_LTSCATALOGUE_EXPORT CatalogueError : public Zalt::Exception {
-public:
-  // `problems` holds at least one finding.
-  CatalogueError(std::vector<Finding> problems, const char* file, std::int32_t line);
-
-  const std::vector<Finding>& problems() const { return *m_problems; }
-
-private:
-  // Shared so that copying an exception never allocates.
-  std::shared_ptr<const std::vector<Finding>> m_problems;
-};
-
-// One text as the MDIB value that a device store takes, with the start of its
-// element: the index of its file in Catalogue::files, its line and column.
-struct CatalogueText {
-  Tovra::Mdib::LocalizedText text;
-  std::uint32_t file;
-  std::int32_t line;
-  std::int32_t column;
-};
-
-// An element named like a text (LocalizedText, or Text) that stands in another
-// namespace or in none: the likely reason why a catalogue holds no text.
-struct MisplacedElement {
-  SourceLocation location;
-  // "LocalizedText" or "Text".
-  std::string name;
-  // The element's namespace; empty for none.
-  std::string xmlNamespace;
-};
-
-// The texts of one or more files, in the order read.
-struct ZALT_LTSCATALOGUE_EXPORT Catalogue {
-  // The files read, named as given ("<stdin>" for standard input).
-  std::vector<std::string> files;
-  std::vector<CatalogueText> texts;
-  // The first of each name and namespace per file.
-  std::vector<MisplacedElement> misplaced;
-
-  // Moves the files, texts and misplaced elements of `other` behind these.
-  void append(Catalogue&& other);
-
-  // Where `text`, one of `texts`, stands.
-  SourceLocation location(const CatalogueText& text) const;
-};
-
-// The file name by which problems and texts name standard input ("-").
-inline constexpr const char* standardInputName = "<stdin>";
 
 // Reads the files in order as one catalogue; "-" is standard input. Reads
 // every file before it throws CatalogueError with the problems of all that
@@ -164,13 +53,6 @@ ZALT_LTSCATALOGUE_EXPORT Catalogue readCatalogueFile(const std::string& path);
 
 // Reads a catalogue held in memory, naming it `fileName`; throws CatalogueError.
 ZALT_LTSCATALOGUE_EXPORT Catalogue readCatalogue(std::string_view content, const std::string& fileName);
-
-// The texts without their places: what a device store's add takes. The
-// rvalue form moves them out.
-ZALT_LTSCATALOGUE_EXPORT std::vector<Tovra::Mdib::LocalizedText> mdibTexts(
-    const std::vector<CatalogueText>& texts);
-ZALT_LTSCATALOGUE_EXPORT std::vector<Tovra::Mdib::LocalizedText> mdibTexts(
-    std::vector<CatalogueText>&& texts);
 
 }  // namespace Catalogue
 }  // namespace Zalt

@@ -1,6 +1,6 @@
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
-#include <Zalt/Catalogue/ReadCatalogue.h>
+#include <Zalt/Catalogue/Catalogue.h>
 
 #include <boost/regex/pending/unicode_iterator.hpp>
 
