@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Cross-builds the five libraries, zalt-lts-catalogue, the tests and the
 # example as Windows x86-64 programs and DLLs with MinGW-w64, then runs every
-# test under Wine. setup.sh --windows also builds pugixml and utf8proc for
+# test under Wine. setup.sh --windows also builds libxml2 and utf8proc for
 # Windows (scripts/windows-deps.sh), which the catalogue library links.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -17,7 +17,7 @@ cmake --preset windows
 cmake --build --preset windows
 
 # The configure step only skips the catalogue component when it cannot find
-# pugixml or utf8proc; here that would pass the stage with its tests missing.
+# libxml2 or utf8proc; here that would pass the stage with its tests missing.
 # Naming its targets fails the build when they do not exist.
 if ! cmake --build --preset windows --target Zalt_LtsCatalogue zalt-lts-catalogue >/dev/null; then
   echo "windows.sh: the catalogue component was not configured (see cmake --preset windows)" >&2

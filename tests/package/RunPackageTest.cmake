@@ -4,7 +4,7 @@
 #        -DNLOHMANN_JSON_HEADERS=... -DEMULATOR=...] -P RunPackageTest.cmake
 # Builds the consumer against the installed package, then with the library added as a subdirectory.
 # With CATALOGUE, the catalogue consumer too, and the installed tool checks the walkthrough's catalogue.
-# FIND_ROOT_PATH holds the build's own roots (a cross build's pugixml and utf8proc), which the
+# FIND_ROOT_PATH holds the build's own roots (a cross build's libxml2 and utf8proc), which the
 # subdirectory build needs again; the installed package does not.
 cmake_minimum_required(VERSION 3.25)
 
