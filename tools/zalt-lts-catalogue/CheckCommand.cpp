@@ -1,10 +1,9 @@
 #include "Commands.h"
 #include "ExitCode.h"
+#include "Json.h"
 #include "LoadCatalogue.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
-
-#include <nlohmann/json.hpp>
 
 #include <iostream>
 
@@ -23,21 +22,6 @@ void printText(const std::vector<Finding>& reported, std::size_t texts) {
   }
 }
 
-void printJson(const std::vector<Finding>& reported, std::size_t texts) {
-  nlohmann::json findings = nlohmann::json::array();
-  for (const Finding& finding : reported) {
-    findings.push_back({{"file", finding.location.file},
-                        {"line", finding.location.line},
-                        {"column", finding.location.column},
-                        {"kind", Zalt::Catalogue::name(finding.kind)},
-                        {"message", finding.message}});
-  }
-  const nlohmann::json document = {{"texts", texts}, {"findings", findings}};
-  // Texts, references and file names are the catalogue's bytes, which need not
-  // be UTF-8; a build script's parser must still get a document it can read.
-  std::cout << document.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
-}
-
 }  // namespace
 
 int check(const std::vector<std::string>& files, bool json, Zalt::Catalogue::WidthUnit unit) {
@@ -50,7 +34,7 @@ int check(const std::vector<std::string>& files, bool json, Zalt::Catalogue::Wid
       unreadable ? std::move(loaded.problems)
                  : Zalt::Catalogue::checkCatalogue(loaded.catalogue, unit).findings;
   if (json) {
-    printJson(reported, loaded.catalogue.texts.size());
+    printJson({{"texts", loaded.catalogue.texts.size()}, {"findings", findingsJson(reported)}});
   } else {
     printText(reported, loaded.catalogue.texts.size());
   }

@@ -28,6 +28,8 @@ struct FitRequest {
   boost::optional<Tovra::Mdib::VersionCounter> version;
   // What the measured class of each answer is counted in.
   Zalt::Catalogue::WidthUnit unit = Zalt::Catalogue::WidthUnit::Fullwidth;
+  // One JSON document {findings, answers, unanswerable} instead of a table.
+  bool json = false;
 };
 
 // A table of what the store's text() answers for each reference (or the one
@@ -38,12 +40,12 @@ int fit(const std::vector<std::string>& files, const FitRequest& request);
 // Numbers of texts, references, versions and languages, texts per width and
 // number of lines, and per language the texts declared narrower than they
 // measure in `unit`.
-int stats(const std::vector<std::string>& files, Zalt::Catalogue::WidthUnit unit);
+int stats(const std::vector<std::string>& files, Zalt::Catalogue::WidthUnit unit, bool json);
 
 struct PseudoRequest {
   std::string from;
   std::string to;
-  // The file to write; standard output when absent.
+  // The file to write; standard output when absent or "-".
   boost::optional<std::string> output;
 };
 

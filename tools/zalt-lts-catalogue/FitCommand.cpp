@@ -1,6 +1,8 @@
 #include "Commands.h"
 #include "ExitCode.h"
+#include "Json.h"
 #include "LoadCatalogue.h"
+#include "Terminal.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
@@ -21,27 +23,6 @@ using Tovra::Locale::Utf8;
 using Tovra::Mdib::LocalizedTextRef;
 using Tovra::Mdib::VersionCounter;
 using Zalt::Localization::Device::LocalizedTextStore;
-
-// Line breaks and tabs as escapes, so that each answer stays on one row.
-std::string shown(const Utf8& text) {
-  std::string escaped = "\"";
-  for (const char c : text.value()) {
-    switch (c) {
-      case '\n':
-        escaped += "\\n";
-        break;
-      case '\r':
-        escaped += "\\r";
-        break;
-      case '\t':
-        escaped += "\\t";
-        break;
-      default:
-        escaped += c;
-    }
-  }
-  return escaped + '"';
-}
 
 bool isOfAskedReference(const Tovra::Mdib::LocalizedText& text, const FitRequest& request) {
   return !request.ref || text.ref().get().value() == *request.ref;
@@ -88,31 +69,50 @@ boost::optional<std::string> unanswerable(const std::vector<Tovra::Mdib::Localiz
   return boost::none;
 }
 
-std::vector<std::vector<std::string>> answers(const LocalizedTextStore& store,
-                                              const std::map<LocalizedTextRef, VersionCounter>& references,
-                                              const FitRequest& request) {
-  std::vector<std::vector<std::string>> rows{{"REFERENCE", "VERSION", "WIDTH", "MEASURED", "LINES", "TEXT"}};
+// What the store answers for one reference; no text where nothing fits.
+struct Answer {
+  LocalizedTextRef ref;
+  VersionCounter version;
+  boost::optional<Zalt::Localization::LocalizedText> text;
+  Tovra::Mdib::LocalizedTextWidth measured = Tovra::Mdib::LocalizedTextWidth::ExtraSmall;
+};
+
+std::vector<Answer> answers(const LocalizedTextStore& store,
+                            const std::map<LocalizedTextRef, VersionCounter>& references,
+                            const FitRequest& request) {
+  std::vector<Answer> found;
   const LanguageTag language(request.language);
   for (const auto& reference : references) {
-    const Zalt::Localization::LocalizedText text =
+    Zalt::Localization::LocalizedText text =
         store.text(Zalt::Localization::LocalizedTextReference(reference.first, reference.second,
                                                               request.width, request.lines),
                    language);
-    std::vector<std::string> row{reference.first.get().value(), std::to_string(reference.second.get())};
+    Answer answer{reference.first, reference.second, boost::none};
     if (text.version()) {
-      row.insert(row.end(),
-                 {text.textWidth() ? Tovra::Mdib::name(*text.textWidth()) : "--",
-                  Tovra::Mdib::name(Zalt::Catalogue::measureText(text.text(), request.unit).measuredClass),
-                  std::to_string(text.numberOfLines()), shown(text.text())});
+      answer.measured = Zalt::Catalogue::measureText(text.text(), request.unit).measuredClass;
+      answer.text = std::move(text);
+    }
+    found.push_back(std::move(answer));
+  }
+  return found;
+}
+
+// References and texts escaped, so that each answer stays on one row of a
+// terminal and nothing in a text reorders the rows.
+void printTable(const std::vector<Answer>& found) {
+  std::vector<std::vector<std::string>> rows{{"REFERENCE", "VERSION", "WIDTH", "MEASURED", "LINES", "TEXT"}};
+  for (const Answer& answer : found) {
+    std::vector<std::string> row{escapedForTerminal(answer.ref.get().value()),
+                                 std::to_string(answer.version.get())};
+    if (answer.text) {
+      row.insert(row.end(), {answer.text->textWidth() ? Tovra::Mdib::name(*answer.text->textWidth()) : "--",
+                             Tovra::Mdib::name(answer.measured), std::to_string(answer.text->numberOfLines()),
+                             '"' + escapedForTerminal(answer.text->text().value()) + '"'});
     } else {
       row.insert(row.end(), {"", "", "", "nothing fits"});
     }
     rows.push_back(std::move(row));
   }
-  return rows;
-}
-
-void printTable(const std::vector<std::vector<std::string>>& rows) {
   std::vector<std::size_t> widths(rows.front().size() - 1, 0);
   for (const auto& row : rows) {
     for (std::size_t column = 0; column < widths.size(); ++column) {
@@ -127,24 +127,54 @@ void printTable(const std::vector<std::vector<std::string>>& rows) {
   }
 }
 
+nlohmann::json answersJson(const std::vector<Answer>& found) {
+  nlohmann::json list = nlohmann::json::array();
+  for (const Answer& answer : found) {
+    nlohmann::json entry = {{"reference", answer.ref.get().value()}, {"version", answer.version.get()}};
+    if (answer.text) {
+      entry["width"] = answer.text->textWidth()
+                           ? nlohmann::json(Zalt::Catalogue::textWidthToken(*answer.text->textWidth()))
+                           : nlohmann::json();
+      entry["measured"] = Zalt::Catalogue::textWidthToken(answer.measured);
+      entry["lines"] = answer.text->numberOfLines();
+      entry["text"] = answer.text->text().value();
+    } else {
+      entry["text"] = nullptr;
+    }
+    list.push_back(std::move(entry));
+  }
+  return list;
+}
+
 }  // namespace
 
 int fit(const std::vector<std::string>& files, const FitRequest& request) {
   const LoadedCatalogue loaded = loadCatalogue(files);
   if (!loaded.problems.empty()) {
-    printPlaced(std::cerr, loaded.problems);
+    if (request.json) {
+      printJson({{"findings", findingsJson(loaded.problems)}, {"answers", nlohmann::json::array()}});
+    } else {
+      printPlaced(std::cerr, loaded.problems);
+    }
     return failure;
   }
   const Zalt::Catalogue::CatalogueCheck checked =
       Zalt::Catalogue::checkCatalogue(loaded.catalogue, request.unit);
-  if (!checked.findings.empty()) {
-    std::cerr << "warning: " << checked.findings.size()
+  if (!checked.findings.empty() && !request.json) {
+    std::cerr << "zalt-lts-catalogue: warning: " << checked.findings.size()
               << (checked.findings.size() == 1 ? " finding" : " findings")
               << " (see 'zalt-lts-catalogue check'); answers come from the texts a store keeps\n";
   }
   const std::vector<Tovra::Mdib::LocalizedText> kept = Zalt::Catalogue::keptTexts(loaded.catalogue, checked);
+  nlohmann::json document = {{"findings", findingsJson(checked.findings)},
+                             {"answers", nlohmann::json::array()}};
   if (const auto reason = unanswerable(kept, request)) {
-    std::cerr << "fit: " << *reason << '\n';
+    if (request.json) {
+      document["unanswerable"] = *reason;
+      printJson(document);
+    } else {
+      std::cerr << "zalt-lts-catalogue: " << escapedForTerminal(*reason) << '\n';
+    }
     return findings;
   }
   const auto store = LocalizedTextStore::createLocalizedTextStore();
@@ -153,7 +183,13 @@ int fit(const std::vector<std::string>& files, const FitRequest& request) {
   } catch (const Zalt::InternalConsistencyFailure&) {
     // Reported above; the language check runs after every text is filed, so the store still answers.
   }
-  printTable(answers(*store, referencesToShow(kept, request), request));
+  const std::vector<Answer> found = answers(*store, referencesToShow(kept, request), request);
+  if (request.json) {
+    document["answers"] = answersJson(found);
+    printJson(document);
+  } else {
+    printTable(found);
+  }
   return success;
 }
 

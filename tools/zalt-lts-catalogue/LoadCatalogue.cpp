@@ -1,5 +1,7 @@
 #include "LoadCatalogue.h"
 
+#include "Terminal.h"
+
 #include <ostream>
 
 namespace ZaltCatalogueTool {
@@ -14,7 +16,7 @@ LoadedCatalogue loadCatalogue(const std::vector<std::string>& files) {
 
 void printPlaced(std::ostream& out, const std::vector<Zalt::Catalogue::Finding>& findings) {
   for (const Zalt::Catalogue::Finding& finding : findings) {
-    out << Zalt::Catalogue::placed(finding) << '\n';
+    out << escapedForTerminal(Zalt::Catalogue::placed(finding)) << '\n';
   }
 }
 

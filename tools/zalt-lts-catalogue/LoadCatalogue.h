@@ -20,7 +20,7 @@ struct LoadedCatalogue {
 // "-" stands for standard input.
 LoadedCatalogue loadCatalogue(const std::vector<std::string>& files);
 
-// One "FILE:LINE:COLUMN: message" line per finding.
+// One "FILE:LINE:COLUMN: message" line per finding, whatever its values hold.
 void printPlaced(std::ostream& out, const std::vector<Zalt::Catalogue::Finding>& findings);
 
 }  // namespace ZaltCatalogueTool

@@ -7,6 +7,7 @@
 //   zalt-lts-catalogue pseudo --from en-US --to en-XA texts/*.xml -o pseudo.xml
 #include "Commands.h"
 #include "ExitCode.h"
+#include "OutputFile.h"
 
 #include <Tovra/Locale/LanguageTag.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
@@ -16,9 +17,12 @@
 // declares only here.
 #include <boost/optional/optional_io.hpp>
 
+#include <charconv>
 #include <cstdint>
 #include <exception>
+#include <filesystem>
 #include <iostream>
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -64,6 +68,20 @@ void addWidthUnitOption(CLI::App& command, Zalt::Catalogue::WidthUnit& unit) {
       ->transform(oneOf(widthUnits()));
 }
 
+// Digits only and in range, as a Version in a catalogue file: no sign, no
+// other base, no clamping of a number too large.
+template <typename Number>
+Number decimal(const std::string& option, const std::string& text) {
+  Number number{};
+  const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool digitsOnly = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+  if (!digitsOnly || parsed.ec != std::errc() || parsed.ptr != text.data() + text.size()) {
+    throw CLI::ValidationError(option, "'" + text + "' is not a decimal number from 0 to " +
+                                           std::to_string(std::numeric_limits<Number>::max()));
+  }
+  return number;
+}
+
 // The store takes only tags of two letters, a hyphen and two letters.
 CLI::Validator storeLanguageTag() {
   return CLI::Validator(
@@ -73,6 +91,22 @@ CLI::Validator storeLanguageTag() {
                    : "'" + tag + "' is not a language tag of the form ll-CC, like 'en-US'";
       },
       "ll-CC");
+}
+
+// A file given twice would report every text of it as dropped against
+// itself, and standard input can be read only once.
+void requireDistinctInputs(const std::vector<std::string>& files) {
+  for (std::size_t later = 1; later < files.size(); ++later) {
+    for (std::size_t earlier = 0; earlier < later; ++earlier) {
+      std::error_code unknown;
+      const bool stdinTwice = files[earlier] == "-" && files[later] == "-";
+      if (stdinTwice || (files[earlier] != "-" && files[later] != "-" &&
+                         std::filesystem::equivalent(files[earlier], files[later], unknown))) {
+        throw CLI::ValidationError("files",
+                                   files[later] + " is " + files[earlier] + " again: give each file once");
+      }
+    }
+  }
 }
 
 // What the command line asks for, filled in by CLI11.
@@ -103,12 +137,24 @@ CLI::App* addFit(CLI::App& app, Request& request) {
   command->add_option("--lang", fit.language, "Language tag, such as de-DE")->required();
   command->add_option("--width", fit.width, "Display width")
       ->transform(oneOf(Zalt::Catalogue::textWidthTokens()));
-  command->add_option("--lines", fit.lines, "Number of lines the display has room for");
+  command->add_option_function<std::string>(
+      "--lines",
+      [&fit](const std::string& lines) {
+        fit.lines = decimal<Zalt::Localization::NumberOfLines>("--lines", lines);
+      },
+      "Number of lines the display has room for");
   command->add_option("--ref", fit.ref, "Only this reference");
-  command->add_option_function<std::uint64_t>(
-      "--ref-version", [&fit](std::uint64_t version) { fit.version = Tovra::Mdib::VersionCounter(version); },
+  command->add_option_function<std::string>(
+      "--ref-version",
+      [&fit](const std::string& version) {
+        fit.version = Tovra::Mdib::VersionCounter(decimal<std::uint64_t>("--ref-version", version));
+      },
       "This version instead of the newest");
   addWidthUnitOption(*command, fit.unit);
+  command->add_flag(
+      "--json", fit.json,
+      "Print one JSON document {findings, answers: [{reference, version, width, measured, lines, "
+      "text}], unanswerable}, file problems too");
   return command;
 }
 
@@ -116,6 +162,10 @@ CLI::App* addStats(CLI::App& app, Request& request) {
   CLI::App* command = app.add_subcommand("stats", "Count texts, references, versions and languages.");
   command->add_option("files", request.files, filesHelp)->required();
   addWidthUnitOption(*command, request.unit);
+  command->add_flag(
+      "--json", request.json,
+      "Print one JSON document {texts, read, references, versions, languages, perWidth, perLines, "
+      "declaredTooNarrow, findings}, file problems too");
   return command;
 }
 
@@ -128,8 +178,9 @@ CLI::App* addPseudo(CLI::App& app, Request& request) {
   command->add_option("--to", pseudo.to, "The pseudo-language's tag, such as en-XA")
       ->required()
       ->check(storeLanguageTag());
-  command->add_option("-o,--output", pseudo.output,
-                      "The catalogue file to write; standard output without it");
+  command->add_option(
+      "-o,--output", pseudo.output,
+      "The catalogue file to write, whole or not at all; standard output without it or with -");
   return command;
 }
 
@@ -142,6 +193,9 @@ int run(int argc, char** argv) {
   // A path such as /data/texts.xml is a file, never a Windows-style /option.
   app.allow_windows_style_options(false);
   app.require_subcommand(1);
+  app.failure_message([](const CLI::App*, const CLI::Error& error) {
+    return std::string("zalt-lts-catalogue: ") + error.what() + "\nRun with --help for more information.\n";
+  });
 
   Request request;
   const CLI::App* const checkCommand = addCheck(app, request);
@@ -150,6 +204,10 @@ int run(int argc, char** argv) {
   const CLI::App* const pseudoCommand = addPseudo(app, request);
   try {
     app.parse(argc, argv);
+    requireDistinctInputs(request.files);
+    if (pseudoCommand->parsed() && request.pseudo.output) {
+      refuseOutputAmongInputs(*request.pseudo.output, request.files);
+    }
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? success : failure;
   }
@@ -162,7 +220,7 @@ int run(int argc, char** argv) {
   if (pseudoCommand->parsed()) {
     return pseudo(request.files, request.pseudo);
   }
-  return stats(request.files, request.unit);
+  return stats(request.files, request.unit, request.json);
 }
 
 // A gate whose report did not reach its file must not pass: a full disk

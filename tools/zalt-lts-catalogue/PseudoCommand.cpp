@@ -1,11 +1,11 @@
 #include "Commands.h"
 #include "ExitCode.h"
 #include "LoadCatalogue.h"
+#include "OutputFile.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
-#include <fstream>
 #include <iostream>
 
 namespace ZaltCatalogueTool {
@@ -30,21 +30,6 @@ std::vector<LocalizedText> pseudoTexts(const LoadedCatalogue& loaded, const Pseu
   return texts;
 }
 
-bool write(const std::string& catalogue, const boost::optional<std::string>& output) {
-  if (!output) {
-    std::cout << catalogue;
-    return true;
-  }
-  std::ofstream file(*output, std::ios::binary);
-  file << catalogue;
-  file.close();
-  if (!file) {
-    std::cerr << "pseudo: cannot write " << *output << '\n';
-    return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 int pseudo(const std::vector<std::string>& files, const PseudoRequest& request) {
@@ -55,10 +40,11 @@ int pseudo(const std::vector<std::string>& files, const PseudoRequest& request) 
   }
   const std::vector<LocalizedText> texts = pseudoTexts(loaded, request);
   if (texts.empty()) {
-    std::cerr << "pseudo: no kept text has the language '" << request.from << "'\n";
+    std::cerr << "zalt-lts-catalogue: no kept text has the language '" << request.from << "'\n";
     return findings;
   }
-  return write(Zalt::Catalogue::writeCatalogue(texts), request.output) ? success : failure;
+  writeWhole(request.output.value_or("-"), Zalt::Catalogue::writeCatalogue(texts));
+  return success;
 }
 
 }  // namespace ZaltCatalogueTool

@@ -1,6 +1,8 @@
 #include "Commands.h"
 #include "ExitCode.h"
+#include "Json.h"
 #include "LoadCatalogue.h"
+#include "Terminal.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
@@ -57,7 +59,7 @@ void print(const Counts& counts, std::size_t kept, std::size_t read) {
   std::cout << "\nreferences: " << counts.references.size() << "\nversions: " << counts.versions.size()
             << "\nlanguages: " << counts.languages.size();
   for (const Tovra::Locale::LanguageTag& language : counts.languages) {
-    std::cout << ' ' << language;
+    std::cout << ' ' << escapedForTerminal(language.tag());
   }
   std::cout << "\ntexts per width:\n";
   for (const auto& width : counts.perWidth) {
@@ -73,20 +75,59 @@ void print(const Counts& counts, std::size_t kept, std::size_t read) {
   }
   std::cout << "texts declared narrower than they measure, per language:\n";
   for (const auto& language : counts.tooNarrow) {
-    std::cout << "  " << language.first << ": " << language.second << '\n';
+    std::cout << "  " << escapedForTerminal(language.first.tag()) << ": " << language.second << '\n';
   }
+}
+
+std::string widthKey(int width) {
+  return width < 0 ? "none"
+                   : Zalt::Catalogue::textWidthToken(static_cast<Tovra::Mdib::LocalizedTextWidth>(width));
+}
+
+nlohmann::json countsJson(const Counts& counts, std::size_t kept, std::size_t read) {
+  nlohmann::json document = {{"texts", kept},
+                             {"read", read},
+                             {"references", counts.references.size()},
+                             {"versions", counts.versions.size()},
+                             {"languages", nlohmann::json::array()},
+                             {"perWidth", nlohmann::json::object()},
+                             {"perLines", nlohmann::json::object()},
+                             {"declaredTooNarrow", nlohmann::json::object()},
+                             {"findings", nlohmann::json::array()}};
+  for (const Tovra::Locale::LanguageTag& language : counts.languages) {
+    document["languages"].push_back(language.tag());
+  }
+  for (const auto& width : counts.perWidth) {
+    document["perWidth"][widthKey(width.first)] = width.second;
+  }
+  for (const auto& lines : counts.perLines) {
+    document["perLines"][std::to_string(lines.first)] = lines.second;
+  }
+  for (const auto& language : counts.tooNarrow) {
+    document["declaredTooNarrow"][language.first.tag()] = language.second;
+  }
+  return document;
 }
 
 }  // namespace
 
-int stats(const std::vector<std::string>& files, Zalt::Catalogue::WidthUnit unit) {
+int stats(const std::vector<std::string>& files, Zalt::Catalogue::WidthUnit unit, bool json) {
   const LoadedCatalogue loaded = loadCatalogue(files);
   if (!loaded.problems.empty()) {
-    printPlaced(std::cerr, loaded.problems);
+    if (json) {
+      printJson({{"findings", findingsJson(loaded.problems)}});
+    } else {
+      printPlaced(std::cerr, loaded.problems);
+    }
     return failure;
   }
   const std::vector<std::size_t> kept = Zalt::Catalogue::checkCatalogue(loaded.catalogue, unit).kept;
-  print(count(loaded.catalogue.texts, kept, unit), kept.size(), loaded.catalogue.texts.size());
+  const Counts counts = count(loaded.catalogue.texts, kept, unit);
+  if (json) {
+    printJson(countsJson(counts, kept.size(), loaded.catalogue.texts.size()));
+  } else {
+    print(counts, kept.size(), loaded.catalogue.texts.size());
+  }
   return success;
 }
 

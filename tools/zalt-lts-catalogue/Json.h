@@ -1,0 +1,23 @@
+// The tool's JSON output: every command's --json prints one document on every
+// exit but a wrong command line, its findings in one shape.
+//
+//   printJson({{"texts", 54}, {"findings", findingsJson(findings)}});
+#pragma once
+
+#include <Zalt/Catalogue/Catalogue.h>
+
+#include <nlohmann/json.hpp>
+
+#include <vector>
+
+namespace ZaltCatalogueTool {
+
+// [{"file", "line", "column", "kind", "message"}, ...]
+nlohmann::json findingsJson(const std::vector<Zalt::Catalogue::Finding>& findings);
+
+// The document on standard output, indented. Texts, references and file names
+// need not be UTF-8; what is not comes out as U+FFFD, so that a build
+// script's parser always gets a document it can read.
+void printJson(const nlohmann::json& document);
+
+}  // namespace ZaltCatalogueTool
