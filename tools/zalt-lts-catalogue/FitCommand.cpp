@@ -19,7 +19,6 @@ namespace ZaltCatalogueTool {
 namespace {
 
 using Tovra::Locale::LanguageTag;
-using Tovra::Locale::Utf8;
 using Tovra::Mdib::LocalizedTextRef;
 using Tovra::Mdib::VersionCounter;
 using Zalt::Localization::Device::LocalizedTextStore;

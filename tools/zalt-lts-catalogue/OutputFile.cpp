@@ -29,7 +29,8 @@ namespace fs = std::filesystem;
 // named so that two runs never meet.
 fs::path temporaryBeside(const fs::path& target) {
   std::random_device entropy;
-  const fs::path name = "." + target.filename().string() + ".tmp-" + std::to_string(entropy());
+  std::string name = "." + target.filename().string();
+  name += ".tmp-" + std::to_string(entropy());
   return target.parent_path() / name;
 }
 
