@@ -65,8 +65,9 @@ void refuseOutputAmongInputs(const std::string& output, const std::vector<std::s
   for (const std::string& input : inputs) {
     std::error_code unknown;
     if (input != "-" && fs::equivalent(output, input, unknown)) {
-      throw std::runtime_error("the output " + output + " is the input " + input +
-                               ": write it to another file, then replace the input");
+      std::string message = "the output " + output;
+      message += " is the input " + input + ": write it to another file, then replace the input";
+      throw std::runtime_error(message);
     }
   }
 }
