@@ -22,8 +22,8 @@
 #pragma once
 
 #include <Tovra/Mdib/LocalizedText.h>
-#include <Zalt/Catalogue/CatalogueExport.h>
 #include <Zalt/Catalogue/Catalogue.h>
+#include <Zalt/Catalogue/CatalogueExport.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
 #include <cstddef>
