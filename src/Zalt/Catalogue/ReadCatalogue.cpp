@@ -417,7 +417,7 @@ private:
     std::vector<CatalogueText>& texts = m_catalogue.texts;
     if (fileSize > readSoFar && !texts.empty()) {
       const std::size_t expected = texts.size() * (fileSize / readSoFar + 1);
-      texts.reserve(expected + expected / 8);
+      texts.reserve(expected + expected / 16);
     }
   }
 
