@@ -165,4 +165,28 @@ TEST(CatalogueCheck, ReportsKeptTextsDeclaredNarrowerThanTheyMeasure) {
             "TextWidth 'xs' holds at most 4 characters a line, but line 1 is 8 wide and needs 's'");
 }
 
+TEST(CatalogueCheck, ReportsControlCharactersInEveryKeptTextWhateverItsWidth) {
+  const auto german = [](const std::string& ref, const std::string& width, const std::string& content) {
+    return "<LocalizedText Ref='" + ref + "' Lang='de-DE' Version='1' " + width + ">" + content +
+           "</LocalizedText>";
+  };
+  const auto texts = catalogue({
+      german("a", "", "Alarm&#9;aus"),
+      german("a", "", "Alarm&#9;stumm"),
+      german("b", "TextWidth='xs'", "HF&#10;hoch&#x7F;und mehr"),
+      german("c", "TextWidth='xl'", "SpO2&#x85;&#x9F;"),
+      german("d", "", "SpO2&#x85;tief"),
+  });
+  EXPECT_THAT(
+      shown(checkCatalogue(texts).findings),
+      testing::ElementsAre(
+          "2 width: line 1 holds U+0009, a control character that a display cannot place",
+          "3 dropped: dropped: the text at c.xml:2 has the same reference, language, version, width and "
+          "number of lines",
+          "4 width: line 2 holds U+007F, a control character that a display cannot place",
+          "4 width: TextWidth 'xs' holds at most 4 fullwidth characters a line, but line 2 is 6 wide and "
+          "needs 's'",
+          "5 width: line 2 holds U+009F, a control character that a display cannot place"));
+}
+
 }  // namespace

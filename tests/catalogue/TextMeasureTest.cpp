@@ -15,6 +15,7 @@ namespace {
 
 using Tovra::Locale::Utf8;
 using Tovra::Mdib::LocalizedTextWidth;
+using Zalt::Catalogue::ControlCharacter;
 using Zalt::Catalogue::measureText;
 using Zalt::Catalogue::narrowestClassHolding;
 using Zalt::Catalogue::TextMeasure;
@@ -58,7 +59,22 @@ TEST(TextMeasure, CountsEachLineByItsGraphemeClusters) {
       {"emoji ZWJ family is one cluster", u8"👨‍👩‍👧x", full, {2}},
       {"skin tone modifier joins its emoji", u8"👍🏽👍🏽", full, {2}},
       {"emoji presentation selector adds nothing", u8"❤️❤️", full, {1}},
-      {"two flags are two clusters", u8"🇩🇪🇫🇷", full, {1}},
+      {"a flag is one fullwidth character", u8"🇩🇪🇫🇷", full, {2}},
+      {"a lone regional indicator is as wide", u8"🇩🇪🇫a", full, {3}},
+      {"a tag flag is one fullwidth character",
+       u8"\U0001F3F4\U000E0067\U000E0062\U000E0065\U000E006E\U000E0067\U000E007Fa",
+       full,
+       {2}},
+      {"halfwidth sound marks take a half each", u8"ｶﾞﾊﾟ", full, {2}},
+      {"a sound mark after a wide character", u8"日ﾞ", full, {2}},
+      {"halfwidth forms after prepended letters", u8"\u0D4Eｶ\u0D4E\uFFE8", full, {2}},
+      {"a modifier alone is an emoji", u8"\U0001F3FD", full, {1}},
+      {"a modifier after a letter is an emoji", u8"a\U0001F3FD", full, {2}},
+      {"a modifier after an emoji that takes none", u8"😀\U0001F3FD", full, {2}},
+      {"modifier bases at the table's ends", u8"\u261D\U0001F3FD\U0001FAF8\U0001F3FD", full, {2}},
+      {"a modifier just past a range of bases", u8"\U0001F9DE\U0001F3FD", full, {2}},
+      {"a spacing mark with no base", u8"\u093F", full, {1}},
+      {"a spacing mark joins its base", u8"\u0915\u093F\u0915\u093F", full, {1}},
       {"LF", "ab\ncdef", full, {1, 2}},
       {"CR LF is one break", "ab\r\ncdef", full, {1, 2}},
       {"lone CR", "ab\rcdef", full, {1, 2}},
@@ -76,6 +92,8 @@ TEST(TextMeasure, CountsEachLineByItsGraphemeClusters) {
       {"characters: combining mark", u8"e\u0301e", chars, {2}},
       {"characters: a mark alone", u8"\u0301", chars, {0}},
       {"characters: flags", u8"🇩🇪🇫🇷", chars, {2}},
+      {"characters: a sound mark is a character", u8"ｶﾞ", chars, {2}},
+      {"characters: a modifier after a letter", u8"a\U0001F3FD", chars, {2}},
   };
   for (const WidthCase& c : cases) {
     EXPECT_THAT(measureText(Utf8(c.text), c.unit).lineWidths, testing::ElementsAreArray(c.lineWidths))
@@ -85,6 +103,33 @@ TEST(TextMeasure, CountsEachLineByItsGraphemeClusters) {
     measureText(Utf8(c.text), c.unit, reused);
     EXPECT_EQ(reused.lineWidths, c.lineWidths) << c.name;
   }
+}
+
+TEST(TextMeasure, NamesTheFirstControlCharacterAndItsLine) {
+  struct ControlCase {
+    std::string text;
+    char32_t codePoint;
+    std::uint32_t line;
+  };
+  const std::vector<ControlCase> cases = {
+      {"a\tb", 0x09, 1},
+      {std::string("ab\0", 3), 0x00, 1},
+      {"ok\r\nsilenced\x1F\x01", 0x1F, 2},
+      {"\x7F", 0x7F, 1},
+      {u8"\u0080", 0x80, 1},
+      {u8"日\n\n\u009F", 0x9F, 3},
+  };
+  for (const ControlCase& c : cases) {
+    const boost::optional<ControlCharacter> control = measureText(Utf8(c.text)).control;
+    ASSERT_TRUE(control) << testing::PrintToString(c.text);
+    EXPECT_EQ(control->codePoint, c.codePoint) << testing::PrintToString(c.text);
+    EXPECT_EQ(control->line, c.line) << testing::PrintToString(c.text);
+  }
+  // The line breaks, NEL among them, are no such characters; a measure used
+  // again forgets the control of its last text.
+  TextMeasure reused = measureText(Utf8("a\tb"));
+  measureText(Utf8(u8"a\r\n\v\f\u0085\u2028\u2029 \u00A0~"), WidthUnit::Fullwidth, reused);
+  EXPECT_FALSE(reused.control);
 }
 
 TEST(TextMeasure, NamesTheFirstWidestLineAndItsClass) {

@@ -90,6 +90,21 @@ std::string widthMessage(Tovra::Mdib::LocalizedTextWidth declared, const TextMea
          textWidthToken(measure.measuredClass) + "'";
 }
 
+// "U+0009": four digits hold every control character.
+std::string codePointName(char32_t codePoint) {
+  static constexpr char digits[] = "0123456789ABCDEF";
+  std::string name = "U+0000";
+  for (std::size_t at = name.size(); codePoint != 0; codePoint >>= 4) {
+    name[--at] = digits[codePoint & 0xF];
+  }
+  return name;
+}
+
+std::string controlMessage(const ControlCharacter& control) {
+  return "line " + std::to_string(control.line) + " holds " + codePointName(control.codePoint) +
+         ", a control character that a display cannot place";
+}
+
 class Checker {
 public:
   Checker(const Catalogue& catalogue, WidthUnit unit) : m_catalogue(catalogue), m_unit(unit) {}
@@ -231,13 +246,17 @@ private:
   }
 
   // A display of the declared width cuts a text whose widest line needs a
-  // wider one.
+  // wider one. A control character has no place on any display, so it is
+  // reported whatever width the text declares.
   void checkWidth(std::size_t index) {
     const MdibText& text = m_catalogue.texts[index].text;
+    measureText(text.text(), m_unit, m_measure);
+    if (m_measure.control) {
+      report(index, Finding::Kind::Width, controlMessage(*m_measure.control));
+    }
     if (!text.textWidth()) {
       return;
     }
-    measureText(text.text(), m_unit, m_measure);
     if (*text.textWidth() < m_measure.measuredClass) {
       report(index, Finding::Kind::Width, widthMessage(*text.textWidth(), m_measure, m_unit));
     }
