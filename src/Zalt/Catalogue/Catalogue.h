@@ -59,7 +59,8 @@ struct Finding {
     Inconsistent,
     // No localized text was found in the whole catalogue.
     Empty,
-    // The text's declared width is narrower than its widest line needs.
+    // The text's declared width is narrower than its widest line needs, or
+    // the text holds a control character that no display can place.
     Width,
   };
 

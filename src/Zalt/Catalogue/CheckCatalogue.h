@@ -11,7 +11,9 @@
 //   - a catalogue without any text, with a hint where elements named like
 //     texts stand in another namespace or in none;
 //   - each kept text whose declared TextWidth is narrower than its widest
-//     line needs (measureText); a text without a TextWidth is not compared.
+//     line needs (measureText); a text without a TextWidth is not compared;
+//   - each kept text, declared width or not, that holds a control character
+//     no display can place (a tab, say), at its first one.
 //
 //   const Zalt::Catalogue::Catalogue catalogue = Zalt::Catalogue::readCatalogueFile("texts.xml");
 //   const Zalt::Catalogue::CatalogueCheck check = Zalt::Catalogue::checkCatalogue(catalogue);
