@@ -78,6 +78,10 @@ void writeWhole(const std::string& path, const std::string& bytes) {
     return;
   }
   const fs::path target(path);
+  std::error_code unknown;
+  if (fs::is_directory(target, unknown)) {
+    failToWrite(path, std::strerror(EISDIR));
+  }
   const fs::path temporary = temporaryBeside(target);
   std::FILE* file = std::fopen(temporary.string().c_str(), "wb");
   if (file == nullptr) {

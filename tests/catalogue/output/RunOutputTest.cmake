@@ -50,7 +50,7 @@ require_same(${WORK}/out.xml ${EXPECTED})
 
 file(MAKE_DIRECTORY ${WORK}/taken.xml)
 file(WRITE ${WORK}/taken.xml/inside "kept")
-pseudo(2 "cannot write ${WORK}/taken.xml: " ${WORK}/self.xml -o ${WORK}/taken.xml)
+pseudo(2 "cannot write ${WORK}/taken.xml: Is a directory" ${WORK}/self.xml -o ${WORK}/taken.xml)
 file(READ ${WORK}/taken.xml/inside kept)
 if(NOT kept STREQUAL "kept")
   message(FATAL_ERROR "the directory in the way was changed")
