@@ -52,6 +52,10 @@ struct PseudoRequest {
 // A catalogue file with, for each kept text in the language `from`, a text in
 // `to` with the same reference, version and width whose content is its
 // pseudo-translation. Says on stderr, instead, that no kept text has `from`.
+// Each text of `from` that the store rejects is named on stderr as
+// "FILE:LINE:COLUMN: message" and makes the status 1; the others are written
+// all the same. A `to` that is `from` or that the catalogue holds is refused
+// (2) before anything is written.
 int pseudo(const std::vector<std::string>& files, const PseudoRequest& request);
 
 }  // namespace ZaltCatalogueTool

@@ -119,10 +119,24 @@ ZALT_LTSCATALOGUE_EXPORT Tovra::Mdib::LocalizedTextWidth narrowestClassHolding(s
 ZALT_LTSCATALOGUE_EXPORT boost::optional<std::uint32_t> widthLimit(Tovra::Mdib::LocalizedTextWidth textWidth);
 
 // A stand-in translation that runs longer than the source and stays readable:
-// - each ASCII letter becomes an accented look-alike (A -> Å, e -> é, ...);
-//   everything else passes unchanged, placeholders too: printf-style ones (%s,
-//   %d, %1$s, %-5.2f, %lu, %%) and brace ones ({0}, {name}, {0,number},
-//   {count:02d});
+// - each ASCII letter becomes an accented look-alike (A -> Å, e -> é, ...),
+//   except in what a translator keeps as written, which passes unchanged like
+//   every other character:
+//   - markup written as text: tags (<b>, </b>, <br/>, <a href="x">) and
+//     entities (&amp;, &nbsp;, &#169;, &#xA9;);
+//   - printf-style placeholders with flags, width, precision, length and
+//     position (%s, %d, %1$s, %-5.2f, %lu, %%), named ones (%(name)s) and %@;
+//   - arguments in braces ({0}, {name}, {user.name}, {0,number},
+//     {0, date, short}, {count:02d}), ${var} and $var;
+//   - the syntax of plural, selectordinal and select arguments: argument
+//     names, keywords, offset:, selectors such as one, other and =0, and #;
+//     the text of each branch is translated like any other, what it holds
+//     of these forms kept ({n, plural, one {# item} other {# items}} becomes
+//     {n, plural, one {# îŧéṁ} other {# îŧéṁš}});
+//   - the escapes of program sources written as two characters (\n, \t, \",
+//     \\) and \u00E9;
+//   what only looks like them is text: a < b, Fish & chips, {Press OK}, an
+//   argument whose braces do not close;
 // - each line is put in brackets and grows with its length, as translations
 //   do: a line of n code points gains max(2, ceil(n * p)) code points, the
 //   brackets included, with p = 100% for n <= 10, 80% for n <= 20, 60% for
