@@ -222,6 +222,8 @@ TEST(CatalogueReader, ReportsEveryOtherProblemOfAFileInDocumentOrder) {
           problem(4, 11, "Version ' 18446744073709551616 ' is not an unsigned 64-bit decimal"),
           problem(4, 63, "Version '' is not an unsigned 64-bit decimal"),
           problem(4, 95, "TextWidth 'M' is not one of xs, s, m, l, xl, xxl")));
+  EXPECT_THAT(problemsOf(open() + "<pm:LocalizedText Version='2a'/></c>"),
+              testing::ElementsAre(problem(2, 28, "Version '2a' is not an unsigned 64-bit decimal")));
   try {
     readCatalogue(open() + "<pm:LocalizedText Version='-1'/><x:e/></c>", "bad.xml");
     ADD_FAILURE() << "read a file with problems";

@@ -87,8 +87,9 @@ int pseudo(const std::vector<std::string>& files, const PseudoRequest& request) 
   // pseudo-translations, and a store would keep only one of each pair.
   if (const auto* held = firstTextOf(loaded.catalogue, LanguageTag(request.to))) {
     const Zalt::Catalogue::SourceLocation where = loaded.catalogue.location(*held);
-    std::cerr << "zalt-lts-catalogue: the catalogue already holds texts in '" << request.to << "', such as at "
-              << where.file << ':' << where.line << "; --to needs a language of its own, such as en-XA\n";
+    std::cerr << "zalt-lts-catalogue: the catalogue already holds texts in '" << request.to
+              << "', such as at " << where.file << ':' << where.line
+              << "; --to needs a language of its own, such as en-XA\n";
     return failure;
   }
   const CatalogueCheck checked = Zalt::Catalogue::checkCatalogue(loaded.catalogue);

@@ -27,8 +27,9 @@ std::string escapedForTerminal(std::string_view text) {
   shown.reserve(text.size());
   for (std::size_t at = 0; at < text.size();) {
     utf8proc_int32_t codePoint = 0;
-    const utf8proc_ssize_t length = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data() + at),
-                                                     static_cast<utf8proc_ssize_t>(text.size() - at), &codePoint);
+    const utf8proc_ssize_t length =
+        utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data() + at),
+                         static_cast<utf8proc_ssize_t>(text.size() - at), &codePoint);
     if (length <= 0) {
       shown += hex("\\x%02X", static_cast<unsigned char>(text[at]));
       ++at;
