@@ -62,6 +62,17 @@ struct Finding {
     // The text's declared width is narrower than its widest line needs, or
     // the text holds a control character that no display can place.
     Width,
+    // A text that an MDIB names lacks languages of the catalogue in the
+    // version named, or the catalogue has no text for its reference.
+    Missing,
+    // The catalogue holds the reference, but not in the version named.
+    Version,
+    // A text that an MDIB names has a language that the catalogue lacks.
+    Language,
+    // A reference of the catalogue that the MDIB never names.
+    Unused,
+    // An MDIB gives a text inline, where no catalogue can localize it.
+    Inline,
   };
 
   Kind kind;
@@ -70,7 +81,8 @@ struct Finding {
 };
 
 // The kind's name in JSON: "file", "rejected", "dropped", "languages",
-// "inconsistent", "empty" or "width".
+// "inconsistent", "empty", "width", "missing", "version", "language", "unused"
+// or "inline".
 ZALT_LTSCATALOGUE_EXPORT const char* name(Finding::Kind kind);
 
 // "FILE:LINE:COLUMN: message", or "FILE: message" where no line applies.

@@ -19,6 +19,16 @@ const char* name(Finding::Kind kind) {
       return "empty";
     case Finding::Kind::Width:
       return "width";
+    case Finding::Kind::Missing:
+      return "missing";
+    case Finding::Kind::Version:
+      return "version";
+    case Finding::Kind::Language:
+      return "language";
+    case Finding::Kind::Unused:
+      return "unused";
+    case Finding::Kind::Inline:
+      return "inline";
   }
   return "unknown";
 }

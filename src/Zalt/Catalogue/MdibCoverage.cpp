@@ -1,0 +1,195 @@
+#include <Zalt/Catalogue/MdibCoverage.h>
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+#include <tuple>
+#include <utility>
+
+namespace Zalt {
+namespace Catalogue {
+namespace {
+
+// One kept text of the catalogue, as the index sorts it.
+struct Entry {
+  std::string_view ref;
+  std::uint64_t version;
+  std::string_view lang;
+  std::size_t text;
+};
+
+bool operator<(const Entry& lhs, const Entry& rhs) {
+  return std::tie(lhs.ref, lhs.version, lhs.lang, lhs.text) <
+         std::tie(rhs.ref, rhs.version, rhs.lang, rhs.text);
+}
+
+using Entries = std::vector<Entry>::const_iterator;
+using Languages = std::vector<std::string_view>;
+
+std::string listed(const Languages& languages) {
+  std::string list;
+  for (const std::string_view language : languages) {
+    list += (list.empty() ? "" : ", ") + std::string(language);
+  }
+  return list.empty() ? "none" : list;
+}
+
+// Each kept text's reference, version and language, sorted, and the languages
+// of them all. The store keeps only texts with a language and a version.
+class TextIndex {
+public:
+  TextIndex(const Catalogue& catalogue, const CatalogueCheck& check) {
+    m_entries.reserve(check.kept.size());
+    for (const std::size_t index : check.kept) {
+      const Tovra::Mdib::LocalizedText& text = catalogue.texts.at(index).text;
+      m_entries.push_back({text.ref().get().value(), text.version()->get(), text.lang()->tag(), index});
+      m_languages.push_back(m_entries.back().lang);
+    }
+    std::sort(m_entries.begin(), m_entries.end());
+    std::sort(m_languages.begin(), m_languages.end());
+    m_languages.erase(std::unique(m_languages.begin(), m_languages.end()), m_languages.end());
+  }
+
+  const std::vector<Entry>& entries() const { return m_entries; }
+  const Languages& languages() const { return m_languages; }
+
+  std::pair<Entries, Entries> ofReference(std::string_view ref) const {
+    return std::equal_range(m_entries.begin(), m_entries.end(), ref, ByReference());
+  }
+
+  // The entries of `version` within those of one reference.
+  static std::pair<Entries, Entries> ofVersion(Entries first, Entries last, std::uint64_t version) {
+    return std::equal_range(first, last, version, ByVersion());
+  }
+
+private:
+  struct ByReference {
+    bool operator()(const Entry& entry, std::string_view ref) const { return entry.ref < ref; }
+    bool operator()(std::string_view ref, const Entry& entry) const { return ref < entry.ref; }
+  };
+  struct ByVersion {
+    bool operator()(const Entry& entry, std::uint64_t version) const { return entry.version < version; }
+    bool operator()(std::uint64_t version, const Entry& entry) const { return version < entry.version; }
+  };
+
+  std::vector<Entry> m_entries;
+  Languages m_languages;
+};
+
+std::string versionsOf(Entries first, Entries last) {
+  std::string list;
+  for (auto at = first; at != last; at = TextIndex::ofVersion(at, last, at->version).second) {
+    list += (list.empty() ? "" : ", ") + std::to_string(at->version);
+  }
+  return list;
+}
+
+class CoverageChecker {
+public:
+  CoverageChecker(const MdibTexts& mdib, const Catalogue& catalogue, const CatalogueCheck& check)
+      : m_mdib(mdib), m_catalogue(catalogue), m_index(catalogue, check), m_named(m_index.entries().size()) {}
+
+  CoverageCheck run(bool allowUnused) && {
+    for (const MdibTextUse& use : m_mdib.uses) {
+      if (use.isInline) {
+        add(Finding::Kind::Inline, use,
+            "the text of '" + use.element + "'" + (use.lang ? " (Lang '" + *use.lang + "')" : std::string()) +
+                " is given inline, where no catalogue can localize it");
+      } else {
+        checkReference(use);
+      }
+    }
+    if (!allowUnused) {
+      addUnused();
+    }
+    return std::move(m_result);
+  }
+
+private:
+  void checkReference(const MdibTextUse& use) {
+    ++m_result.referencesNamed;
+    const auto [first, last] = m_index.ofReference(use.ref);
+    if (use.lang && !std::binary_search(m_index.languages().begin(), m_index.languages().end(), *use.lang)) {
+      add(Finding::Kind::Language, use,
+          "Lang '" + *use.lang + "' of reference '" + use.ref +
+              "' is not a language of the catalogue (it has " + listed(m_index.languages()) + ")");
+    }
+    if (first == last) {
+      if (firstOf(use.ref, std::nullopt)) {
+        add(Finding::Kind::Missing, use, "the catalogue has no text for reference '" + use.ref + "'");
+      }
+      return;
+    }
+    m_named[static_cast<std::size_t>(first - m_index.entries().begin())] = true;
+    const std::uint64_t version = use.version ? *use.version : std::prev(last)->version;
+    const auto [from, to] = TextIndex::ofVersion(first, last, version);
+    if (from == to) {
+      if (firstOf(use.ref, version)) {
+        add(Finding::Kind::Version, use,
+            "the catalogue has reference '" + use.ref + "' in version " + versionsOf(first, last) +
+                ", not in version " + std::to_string(version));
+      }
+      return;
+    }
+    Languages held;
+    std::transform(from, to, std::back_inserter(held), [](const Entry& entry) { return entry.lang; });
+    held.erase(std::unique(held.begin(), held.end()), held.end());
+    Languages lacking;
+    std::set_difference(m_index.languages().begin(), m_index.languages().end(), held.begin(), held.end(),
+                        std::back_inserter(lacking));
+    if (lacking.empty()) {
+      ++m_result.covered;
+    } else if (firstOf(use.ref, version)) {
+      add(Finding::Kind::Missing, use,
+          "reference '" + use.ref + "' version " + std::to_string(version) + " lacks " + listed(lacking));
+    }
+  }
+
+  // Whether this is the first finding of `ref` in `version`: a reference's
+  // findings are told once, however often the MDIB names it.
+  bool firstOf(std::string_view ref, std::optional<std::uint64_t> version) {
+    return m_reported.emplace(ref, version).second;
+  }
+
+  // The references that no use names, each at its first kept text.
+  void addUnused() {
+    std::vector<std::pair<std::size_t, std::string_view>> unused;
+    const std::vector<Entry>& entries = m_index.entries();
+    for (auto at = entries.begin(); at != entries.end();) {
+      const Entries end = m_index.ofReference(at->ref).second;
+      if (!m_named[static_cast<std::size_t>(at - entries.begin())]) {
+        const auto firstText =
+            std::min_element(at, end, [](const Entry& lhs, const Entry& rhs) { return lhs.text < rhs.text; });
+        unused.emplace_back(firstText->text, at->ref);
+      }
+      at = end;
+    }
+    std::sort(unused.begin(), unused.end());
+    for (const auto& [text, ref] : unused) {
+      m_result.findings.push_back({Finding::Kind::Unused, m_catalogue.location(m_catalogue.texts[text]),
+                                   "reference '" + std::string(ref) + "' is not named by the MDIB"});
+    }
+  }
+
+  void add(Finding::Kind kind, const MdibTextUse& use, std::string message) {
+    m_result.findings.push_back({kind, m_mdib.location(use), std::move(message)});
+  }
+
+  const MdibTexts& m_mdib;
+  const Catalogue& m_catalogue;
+  const TextIndex m_index;
+  // By the index of a reference's first entry: whether a use names it.
+  std::vector<bool> m_named;
+  std::set<std::pair<std::string_view, std::optional<std::uint64_t>>> m_reported;
+  CoverageCheck m_result;
+};
+
+}  // namespace
+
+CoverageCheck checkCoverage(const MdibTexts& mdib, const Catalogue& catalogue, const CatalogueCheck& check,
+                            bool allowUnused) {
+  return CoverageChecker(mdib, catalogue, check).run(allowUnused);
+}
+
+}  // namespace Catalogue
+}  // namespace Zalt

@@ -1,0 +1,164 @@
+#include <Zalt/Catalogue/MdibCoverage.h>
+#include <Zalt/Catalogue/Private/XmlDocumentReader.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <iterator>
+#include <utility>
+
+namespace Zalt {
+namespace Catalogue {
+namespace {
+
+using Private::Place;
+
+// The elements whose type is LocalizedText: one of them without a Ref holds
+// its text itself.
+constexpr std::array<std::string_view, 12> textElements = {
+    "LocalizedText", "CodingSystemName",      "ConceptDescription", "IdentifierName", "Label",
+    "Documentation", "Manufacturer",          "ModelName",          "Description",    "Text",
+    "ErrorInfo",     "InvocationErrorMessage"};
+
+bool isTextElement(std::string_view name) {
+  return std::find(textElements.begin(), textElements.end(), name) != textElements.end();
+}
+
+bool isBlank(std::string_view text) { return Private::collapsed(text).empty(); }
+
+// An element that may hold a text inline, until its end tag.
+struct PendingInline {
+  std::size_t level;
+  Place place;
+  std::optional<std::string> lang;
+  std::string element;
+  std::string content;
+};
+
+// Takes the text uses from the parser's events.
+class MdibReader : public Private::XmlDocumentReader {
+public:
+  MdibReader(const std::string& fileName, std::size_t expectedSize)
+      : XmlDocumentReader(fileName, expectedSize, "an MDIB file") {}
+
+  MdibTexts finish() && {
+    std::vector<Finding> problems = finishParsing();
+    if (!problems.empty()) {
+      throw CatalogueError(std::move(problems), __FILE__, __LINE__);
+    }
+    m_texts.files.push_back(fileName());
+    return std::move(m_texts);
+  }
+
+private:
+  void startElement(const Element& element) override {
+    if (element.xmlNamespace != participantNamespace && element.xmlNamespace != messageNamespace) {
+      return;
+    }
+    const Place place = placeOf(markupStart());
+    std::optional<std::string> lang;
+    if (const auto value = element.attribute("Lang")) {
+      lang = std::string(*value);
+    }
+    const auto ref = element.attribute("Ref");
+    if (!ref) {
+      if (isTextElement(element.name)) {
+        m_inline.push_back({depth(), place, std::move(lang), std::string(element.name), {}});
+      }
+      return;
+    }
+    std::optional<std::uint64_t> version;
+    const xmlChar* versionStart = nullptr;
+    if (const auto value = element.attribute("Version", &versionStart)) {
+      version = Private::versionNumber(*value);
+      if (!version) {
+        problem(placeOfValue(versionStart, place), Private::badVersionMessage(*value));
+      }
+    }
+    if (!hasProblems()) {
+      m_texts.uses.push_back({false,
+                              std::string(*ref),
+                              version,
+                              std::move(lang),
+                              std::string(element.name),
+                              {},
+                              0,
+                              place.line,
+                              place.column});
+    }
+  }
+
+  void endElement() override {
+    if (m_inline.empty() || m_inline.back().level != depth()) {
+      return;
+    }
+    PendingInline& text = m_inline.back();
+    if (!hasProblems() && !isBlank(text.content)) {
+      m_texts.uses.push_back({true,
+                              {},
+                              std::nullopt,
+                              std::move(text.lang),
+                              std::move(text.element),
+                              std::move(text.content),
+                              0,
+                              text.place.line,
+                              text.place.column});
+    }
+    m_inline.pop_back();
+  }
+
+  void characters(std::string_view data) override {
+    if (!m_inline.empty() && m_inline.back().level + 1 == depth()) {
+      m_inline.back().content += data;
+    }
+  }
+
+  void dropResults() override { m_texts.uses = {}; }
+
+  std::vector<PendingInline> m_inline;
+  MdibTexts m_texts;
+};
+
+MdibTexts readStream(std::FILE* stream, const std::string& name, std::size_t expectedSize) {
+  MdibReader reader(name, expectedSize);
+  reader.readStream(stream);
+  return std::move(reader).finish();
+}
+
+MdibTexts readStandardInput() { return readStream(Private::binaryStandardInput(), standardInputName, 0); }
+
+}  // namespace
+
+void MdibTexts::append(MdibTexts&& other) {
+  const auto firstFile = static_cast<std::uint32_t>(files.size());
+  for (MdibTextUse& use : other.uses) {
+    use.file += firstFile;
+  }
+  files.insert(files.end(), std::make_move_iterator(other.files.begin()),
+               std::make_move_iterator(other.files.end()));
+  uses.insert(uses.end(), std::make_move_iterator(other.uses.begin()),
+              std::make_move_iterator(other.uses.end()));
+}
+
+SourceLocation MdibTexts::location(const MdibTextUse& use) const {
+  return {files.at(use.file), use.line, use.column};
+}
+
+MdibTexts readMdibTexts(std::string_view content, const std::string& fileName) {
+  MdibReader reader(fileName, content.size());
+  reader.readAll(content);
+  return std::move(reader).finish();
+}
+
+MdibTexts readMdibTextsFile(const std::string& path) {
+  std::size_t size = 0;
+  const Private::File file = Private::openFile(path, size);
+  return readStream(file.get(), path, size);
+}
+
+MdibTexts readMdibTextsFiles(const std::vector<std::string>& paths) {
+  return Private::readFiles<MdibTexts>(paths, readMdibTextsFile, readStandardInput);
+}
+
+}  // namespace Catalogue
+}  // namespace Zalt

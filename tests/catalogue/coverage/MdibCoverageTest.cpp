@@ -1,0 +1,183 @@
+#include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Catalogue/MdibCoverage.h>
+#include <Zalt/Catalogue/ReadCatalogue.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace Zalt {
+namespace Catalogue {
+
+std::ostream& operator<<(std::ostream& out, const Finding& finding) {
+  return out << name(finding.kind) << ' ' << placed(finding);
+}
+
+}  // namespace Catalogue
+}  // namespace Zalt
+
+namespace {
+
+using Zalt::Catalogue::CatalogueError;
+using Zalt::Catalogue::CoverageCheck;
+using Zalt::Catalogue::Finding;
+using Zalt::Catalogue::MdibTexts;
+using Zalt::Catalogue::MdibTextUse;
+using Zalt::Catalogue::readMdibTexts;
+using Kind = Finding::Kind;
+
+std::string participant() { return std::string(Zalt::Catalogue::participantNamespace); }
+std::string message() { return std::string(Zalt::Catalogue::messageNamespace); }
+
+// A response around `body`, which starts on line 2.
+std::string mdib(const std::string& body) {
+  return "<msg:GetMdibResponse xmlns:msg='" + message() + "' xmlns:pm='" + participant() + "'>\n" + body +
+         "</msg:GetMdibResponse>";
+}
+
+// One line per use: "REF@VERSION/LANG L:C" or "ELEMENT='TEXT'/LANG L:C" inline.
+std::vector<std::string> described(const MdibTexts& texts) {
+  std::vector<std::string> result;
+  for (const MdibTextUse& use : texts.uses) {
+    std::string line = use.isInline ? use.element + "='" + use.text + "'" : use.ref;
+    line += use.version ? '@' + std::to_string(*use.version) : "";
+    line += use.lang ? '/' + *use.lang : "";
+    result.push_back(line + ' ' + std::to_string(use.line) + ':' + std::to_string(use.column));
+  }
+  return result;
+}
+
+std::vector<Finding> problemsOf(const std::string& content) {
+  try {
+    readMdibTexts(content, "mdib.xml");
+  } catch (const CatalogueError& error) {
+    return error.problems();
+  }
+  ADD_FAILURE() << "no CatalogueError for: " << content;
+  return {};
+}
+
+TEST(MdibTexts, TakesEveryRefOfBothNamespacesWhateverThePrefixAndDepth) {
+  const MdibTexts texts = readMdibTexts(
+      "<Mdib xmlns='" + participant() + "' xmlns:p='" + participant() + "' xmlns:m='" + message() +
+          "' xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance'>\n"
+          "<MdDescription><p:Mds Handle='mds'><Type Code='1'><ConceptDescription Ref='mds.type' "
+          "Lang='en-US'/>"
+          "</Type>\n"
+          "  <AlertSystem><AlertCondition xsi:type='p:LimitAlertConditionDescriptor'>"
+          "<p:Label Ref='alert.hr' Version=' 7 '/></AlertCondition></AlertSystem></p:Mds></MdDescription>\n"
+          "<MdState><State xsi:type='EnumStringMetricState'><m:Anything Ref='message.text'/>"
+          "<x:Label xmlns:x='urn:other' Ref='other.namespace'/><Label p:Ref='prefixed.attribute'/></State>"
+          "</MdState></Mdib>",
+      "mdib.xml");
+  EXPECT_THAT(described(texts),
+              testing::ElementsAre("mds.type/en-US 2:51", "alert.hr@7 3:75", "message.text 4:50"));
+  EXPECT_EQ(texts.files, std::vector<std::string>{"mdib.xml"});
+}
+
+TEST(MdibTexts, KeepsTextsGivenInlineWithTheirLanguage) {
+  const MdibTexts texts = readMdibTexts(
+      mdib("<pm:Label Lang='de-DE'>Herz<![CDATA[frequenz]]></pm:Label><pm:Description>\n  </pm:Description>\n"
+           "<pm:Documentation><pm:Label>inner</pm:Label> outer</pm:Documentation>"
+           "<pm:Manufacturer Ref='maker'>fallback</pm:Manufacturer><pm:Unit>beats</pm:Unit>"
+           "<Label xmlns='urn:other'>elsewhere</Label><msg:ErrorInfo>failed</msg:ErrorInfo>"),
+      "mdib.xml");
+  EXPECT_THAT(described(texts),
+              testing::ElementsAre("Label='Herzfrequenz'/de-DE 2:1", "Label='inner' 4:19",
+                                   "Documentation=' outer' 4:1", "maker 4:70", "ErrorInfo='failed' 4:191"));
+}
+
+TEST(MdibTexts, ReportsFileProblemsAsCataloguesDo) {
+  EXPECT_THAT(
+      problemsOf(mdib("<pm:Label Ref='a' Version='1x'/><pm:Label Ref='b' Version='-2'/>")),
+      testing::ElementsAre(
+          Finding{Kind::File, {"mdib.xml", 2, 28}, "Version '1x' is not an unsigned 64-bit decimal"},
+          Finding{Kind::File, {"mdib.xml", 2, 60}, "Version '-2' is not an unsigned 64-bit decimal"}));
+  EXPECT_THAT(
+      problemsOf(mdib("<pm:Label Ref='a'>")),
+      testing::ElementsAre(testing::Field(&Finding::message, testing::StartsWith("malformed XML: "))));
+  EXPECT_THAT(problemsOf("<!DOCTYPE m [<!ENTITY e 'x'>]><m/>"),
+              testing::ElementsAre(Finding{Kind::File,
+                                           {"mdib.xml", 1, 1},
+                                           "a document type declaration is not allowed in an MDIB file "
+                                           "(nothing is expanded or fetched)"}));
+}
+
+// The catalogue of the checks: reference a in versions 1 and 2 in both
+// languages, b in version 1 in both and in version 2 in English alone, c in
+// both, and d whose only text the store rejects for its missing version.
+std::string catalogueContent() {
+  return "<c xmlns:pm='" + participant() +
+         "'>\n"
+         "<pm:LocalizedText Ref='a' Version='1' Lang='en-US'>A</pm:LocalizedText>"
+         "<pm:LocalizedText Ref='a' Version='1' Lang='de-DE'>A</pm:LocalizedText>\n"
+         "<pm:LocalizedText Ref='a' Version='2' Lang='en-US'>A</pm:LocalizedText>"
+         "<pm:LocalizedText Ref='a' Version='2' Lang='de-DE' TextWidth='m'>A</pm:LocalizedText>\n"
+         "<pm:LocalizedText Ref='b' Version='1' Lang='en-US'>B</pm:LocalizedText>"
+         "<pm:LocalizedText Ref='b' Version='1' Lang='de-DE'>B</pm:LocalizedText>\n"
+         "<pm:LocalizedText Ref='b' Version='2' Lang='en-US'>B</pm:LocalizedText>\n"
+         "<pm:LocalizedText Ref='d' Lang='en-US'>D</pm:LocalizedText>\n"
+         "<pm:LocalizedText Ref='c' Version='1' Lang='de-DE'>C</pm:LocalizedText>"
+         "<pm:LocalizedText Ref='c' Version='1' Lang='en-US'>C</pm:LocalizedText>\n"
+         "</c>";
+}
+
+CoverageCheck coverageOf(const std::string& body, bool allowUnused = true) {
+  const auto catalogue = Zalt::Catalogue::readCatalogue(catalogueContent(), "texts.xml");
+  return checkCoverage(readMdibTexts(mdib(body), "mdib.xml"), catalogue,
+                       Zalt::Catalogue::checkCatalogue(catalogue), allowUnused);
+}
+
+Finding at(Kind kind, std::int32_t column, const std::string& text) {
+  return {kind, {"mdib.xml", 2, column}, text};
+}
+
+TEST(MdibCoverage, FindsWhatTheCatalogueLacksForEachUse) {
+  struct Case {
+    std::string body;
+    std::vector<Finding> findings;
+  };
+  const std::vector<Case> cases = {
+      {"<pm:Label Ref='a'/><pm:Label Ref='a' Version='1' Lang='de-DE'/><pm:Label Ref='b' Version='1'/>", {}},
+      {"<pm:Label Ref='b'/><pm:Label Ref='b' Version='2'/><pm:Label Ref='b' Lang='en-US'/>",
+       {at(Kind::Missing, 1, "reference 'b' version 2 lacks de-DE")}},
+      {"<pm:Label Ref='a' Version='3'/><pm:Text Ref='z'/><pm:Text Ref='z' Version='1'/>",
+       {at(Kind::Version, 1, "the catalogue has reference 'a' in version 1, 2, not in version 3"),
+        at(Kind::Missing, 32, "the catalogue has no text for reference 'z'")}},
+      {"<pm:Label Ref='d' Version='0'/>",
+       {at(Kind::Missing, 1, "the catalogue has no text for reference 'd'")}},
+      {"<pm:Label Ref='a' Lang='fr-FR'/>",
+       {at(Kind::Language, 1,
+           "Lang 'fr-FR' of reference 'a' is not a language of the catalogue (it has de-DE, en-US)")}},
+      {"<pm:Label Lang='fr-FR'>Pouls</pm:Label><pm:ModelName>X-1</pm:ModelName>",
+       {at(Kind::Inline, 1,
+           "the text of 'Label' (Lang 'fr-FR') is given inline, where no catalogue can localize it"),
+        at(Kind::Inline, 40, "the text of 'ModelName' is given inline, where no catalogue can localize it")}},
+  };
+  for (const Case& each : cases) {
+    EXPECT_THAT(coverageOf(each.body).findings, testing::ElementsAreArray(each.findings)) << each.body;
+  }
+}
+
+TEST(MdibCoverage, CountsTheReferencesNamedAndCovered) {
+  const CoverageCheck check = coverageOf(
+      "<pm:Label Ref='a'/><pm:Label Ref='b'/><pm:Label Ref='b' Version='1'/><pm:Label>x</pm:Label>");
+  EXPECT_EQ(check.referencesNamed, 3u);
+  EXPECT_EQ(check.covered, 2u);
+}
+
+TEST(MdibCoverage, ReportsReferencesNeverNamedAtTheirFirstKeptText) {
+  const std::string body = "<pm:Label Ref='a' Version='1'/><pm:Label Ref='z'/>";
+  EXPECT_THAT(coverageOf(body, false).findings,
+              testing::ElementsAre(
+                  at(Kind::Missing, 32, "the catalogue has no text for reference 'z'"),
+                  Finding{Kind::Unused, {"texts.xml", 4, 1}, "reference 'b' is not named by the MDIB"},
+                  Finding{Kind::Unused, {"texts.xml", 7, 1}, "reference 'c' is not named by the MDIB"}));
+  EXPECT_THAT(coverageOf(body, true).findings, testing::SizeIs(1));
+}
+
+}  // namespace
