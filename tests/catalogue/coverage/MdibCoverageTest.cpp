@@ -80,15 +80,16 @@ TEST(MdibTexts, TakesEveryRefOfBothNamespacesWhateverThePrefixAndDepth) {
 }
 
 TEST(MdibTexts, KeepsTextsGivenInlineWithTheirLanguage) {
-  const MdibTexts texts = readMdibTexts(
-      mdib("<pm:Label Lang='de-DE'>Herz<![CDATA[frequenz]]></pm:Label><pm:Description>\n  </pm:Description>\n"
-           "<pm:Documentation><pm:Label>inner</pm:Label> outer</pm:Documentation>"
-           "<pm:Manufacturer Ref='maker'>fallback</pm:Manufacturer><pm:Unit>beats</pm:Unit>"
-           "<Label xmlns='urn:other'>elsewhere</Label><msg:ErrorInfo>failed</msg:ErrorInfo>"),
-      "mdib.xml");
+  const MdibTexts texts =
+      readMdibTexts(mdib("<pm:Label Lang='de-DE'>Herz<![CDATA[frequenz]]></pm:Label><pm:Description>\n  "
+                         "<pm:Unit>beats</pm:Unit></pm:Description>\n"
+                         "<pm:Documentation><pm:Label>inner</pm:Label> outer</pm:Documentation>"
+                         "<pm:Manufacturer Ref='maker'>fallback</pm:Manufacturer>"
+                         "<Label xmlns='urn:other'>elsewhere</Label><msg:ErrorInfo>failed</msg:ErrorInfo>"),
+                    "mdib.xml");
   EXPECT_THAT(described(texts),
               testing::ElementsAre("Label='Herzfrequenz'/de-DE 2:1", "Label='inner' 4:19",
-                                   "Documentation=' outer' 4:1", "maker 4:70", "ErrorInfo='failed' 4:191"));
+                                   "Documentation=' outer' 4:1", "maker 4:70", "ErrorInfo='failed' 4:167"));
 }
 
 TEST(MdibTexts, ReportsFileProblemsAsCataloguesDo) {
