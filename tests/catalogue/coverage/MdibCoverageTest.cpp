@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -106,6 +108,31 @@ TEST(MdibTexts, ReportsFileProblemsAsCataloguesDo) {
                                            {"mdib.xml", 1, 1},
                                            "a document type declaration is not allowed in an MDIB file "
                                            "(nothing is expanded or fetched)"}));
+}
+
+TEST(MdibTexts, ReadsFilesInOrderAndNamesEachUsesFile) {
+  const std::string path = (std::filesystem::temp_directory_path() / "zalt-mdib-texts-test.xml").string();
+  std::ofstream(path) << mdib("<pm:Label Ref='a'/>");
+  const MdibTexts texts = Zalt::Catalogue::readMdibTextsFiles({path, path});
+  ASSERT_EQ(texts.uses.size(), 2u);
+  EXPECT_EQ(texts.uses[1].file, 1u);
+  EXPECT_EQ(texts.location(texts.uses[1]), (Zalt::Catalogue::SourceLocation{path, 2, 1}));
+  try {
+    Zalt::Catalogue::readMdibTextsFiles({path, "no-such-mdib.xml"});
+    ADD_FAILURE() << "read a file that does not exist";
+  } catch (const CatalogueError& error) {
+    EXPECT_THAT(error.problems(), testing::ElementsAre(testing::Field(
+                                      &Finding::message, testing::StartsWith("cannot be read: "))));
+  }
+  std::filesystem::remove(path);
+}
+
+TEST(MdibCoverage, NamesTheNewKindsForJson) {
+  EXPECT_STREQ(name(Kind::Missing), "missing");
+  EXPECT_STREQ(name(Kind::Version), "version");
+  EXPECT_STREQ(name(Kind::Language), "language");
+  EXPECT_STREQ(name(Kind::Unused), "unused");
+  EXPECT_STREQ(name(Kind::Inline), "inline");
 }
 
 // The catalogue of the checks: reference a in versions 1 and 2 in both
