@@ -125,10 +125,10 @@ TEST(CatalogueReader, TextIsTheCharacterDataWithXmlLineEnds) {
 }
 
 TEST(CatalogueReader, LocatesEachTextAtItsElement) {
-  const std::string document =
-      "\xEF\xBB\xBF<c xmlns:pm='" + participant() + "'><pm:LocalizedText/>\r\n" +
-      "  <pm:LocalizedText/>\n\xC3\xA4\xC3\xB6<pm:LocalizedText Ref='\xC3\xA9'/>\n\xC3\xA4<pm:LocalizedText\n/>  "
-      "<pm:LocalizedText\n  Ref='x'\r\n/></c>";
+  const std::string document = "\xEF\xBB\xBF<c xmlns:pm='" + participant() + "'><pm:LocalizedText/>\r\n" +
+                               "  <pm:LocalizedText/>\n\xC3\xA4\xC3\xB6<pm:LocalizedText "
+                               "Ref='\xC3\xA9'/>\n\xC3\xA4<pm:LocalizedText\n/>  "
+                               "<pm:LocalizedText\n  Ref='x'\r\n/></c>";
   const auto catalogue = readCatalogue(document, "dir/texts.xml");
   ASSERT_EQ(catalogue.texts.size(), 5u);
   const auto at = [&](std::size_t index) { return catalogue.location(catalogue.texts.at(index)); };
