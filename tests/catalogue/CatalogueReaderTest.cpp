@@ -125,17 +125,17 @@ TEST(CatalogueReader, TextIsTheCharacterDataWithXmlLineEnds) {
 }
 
 TEST(CatalogueReader, LocatesEachTextAtItsElement) {
-  const std::string document =
-      "\xEF\xBB\xBF<c xmlns:pm='" + participant() + "'><pm:LocalizedText/>\r\n" +
-      "  <pm:LocalizedText/>\n\xC3\xA4\xC3\xB6<pm:LocalizedText/>\n<pm:LocalizedText\n/>  <pm:LocalizedText\n"
-      "  Ref='x'\r\n/></c>";
+  const std::string document = "\xEF\xBB\xBF<c xmlns:pm='" + participant() + "'><pm:LocalizedText/>\r\n" +
+                               "  <pm:LocalizedText/>\n\xC3\xA4\xC3\xB6<pm:LocalizedText "
+                               "Ref='\xC3\xA9'/>\n\xC3\xA4<pm:LocalizedText\n/>  "
+                               "<pm:LocalizedText\n  Ref='x'\r\n/></c>";
   const auto catalogue = readCatalogue(document, "dir/texts.xml");
   ASSERT_EQ(catalogue.texts.size(), 5u);
   const auto at = [&](std::size_t index) { return catalogue.location(catalogue.texts.at(index)); };
   EXPECT_EQ(at(0), (SourceLocation{"dir/texts.xml", 1, 86}));
   EXPECT_EQ(at(1), (SourceLocation{"dir/texts.xml", 2, 3}));
   EXPECT_EQ(at(2), (SourceLocation{"dir/texts.xml", 3, 3}));
-  EXPECT_EQ(at(3), (SourceLocation{"dir/texts.xml", 4, 1}));
+  EXPECT_EQ(at(3), (SourceLocation{"dir/texts.xml", 4, 2}));
   EXPECT_EQ(at(4), (SourceLocation{"dir/texts.xml", 5, 5}));
   // A start tag over several lines at the very start, after a byte-order mark.
   const auto first =

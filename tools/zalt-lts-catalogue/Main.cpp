@@ -73,9 +73,9 @@ void addWidthUnitOption(CLI::App& command, Zalt::Catalogue::WidthUnit& unit) {
 template <typename Number>
 Number decimal(const std::string& option, const std::string& text) {
   Number number{};
+  // An unsigned from_chars takes neither a sign nor white space nor a base prefix.
   const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
-  const bool digitsOnly = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
-  if (!digitsOnly || parsed.ec != std::errc() || parsed.ptr != text.data() + text.size()) {
+  if (parsed.ec != std::errc() || parsed.ptr != text.data() + text.size()) {
     throw CLI::ValidationError(option, "'" + text + "' is not a decimal number from 0 to " +
                                            std::to_string(std::numeric_limits<Number>::max()));
   }
