@@ -10,6 +10,9 @@
 //   catalogue/measure/N     measuring every text's width, as checking does
 //   catalogue/memory/N      peak heap while reading and checking, beside the
 //                           heap of a store that holds the texts
+//   catalogue/read-mdib/N   reading an MDIB document that names N/10 texts
+//   catalogue/coverage/N    checking those against the texts a store keeps,
+//                           what zalt-lts-catalogue coverage adds to check
 //
 // They register themselves, and only when the catalogue library is built:
 //   zalt_lts_bench --benchmark_filter='^catalogue/'
@@ -18,6 +21,7 @@
 
 #include <Tovra/Mdib/LocalizedText.h>
 #include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Catalogue/MdibCoverage.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 #include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
@@ -61,6 +65,42 @@ public:
 
   const std::string& path() const { return m_path; }
   double bytes() const { return static_cast<double>(std::filesystem::file_size(m_path)); }
+
+private:
+  std::string m_path;
+};
+
+// An MDIB whose metrics name a tenth as many texts as the catalogue holds: its
+// references in turn, in either version or in none (the newest), and one in a
+// hundred a reference that the catalogue lacks.
+class MdibFile {
+public:
+  explicit MdibFile(std::size_t references)
+      : m_path((std::filesystem::temp_directory_path() /
+                ("zalt-lts-bench-mdib-" + std::to_string(references) + ".xml"))
+                   .string()) {
+    std::ofstream file(m_path, std::ios::binary);
+    file << "<pm:Mdib xmlns:pm='" << Zalt::Catalogue::participantNamespace << "'>\n<pm:MdDescription>\n";
+    for (std::size_t use = 0; use < uses(references); ++use) {
+      const std::size_t index = use % references;
+      const std::string ref =
+          (use % 100 == 99 ? missingReference(index, references) : storedReference(index, references))
+              .get()
+              .value();
+      const char* const version = use % 3 == 0 ? "" : use % 3 == 1 ? " Version='1'" : " Version='2'";
+      file << "<pm:Metric Handle='m" << use << "'><pm:Type Code='" << use << "'><pm:ConceptDescription Ref='"
+           << ref << "'" << version << "/></pm:Type></pm:Metric>\n";
+    }
+    file << "</pm:MdDescription>\n</pm:Mdib>\n";
+  }
+  ~MdibFile() { std::remove(m_path.c_str()); }
+  MdibFile(const MdibFile&) = delete;
+  MdibFile& operator=(const MdibFile&) = delete;
+  MdibFile(MdibFile&&) = delete;
+  MdibFile& operator=(MdibFile&&) = delete;
+
+  static std::size_t uses(std::size_t references) { return references * textsPerReference / 10; }
+  const std::string& path() const { return m_path; }
 
 private:
   std::string m_path;
@@ -139,6 +179,35 @@ void measure(benchmark::State& state, std::size_t references) {
   state.SetItemsProcessed(state.iterations() * asCount(catalogue.size()));
 }
 
+void readMdib(benchmark::State& state, std::size_t references) {
+  const MdibFile file(references);
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(Zalt::Catalogue::readMdibTextsFile(file.path()));
+  }
+  state.SetItemsProcessed(state.iterations() * asCount(MdibFile::uses(references)));
+}
+
+// Coverage alone: the catalogue, its check and the MDIB are read and checked
+// before, as zalt-lts-catalogue coverage has them after check's work.
+void coverage(benchmark::State& state, std::size_t references) {
+  const CatalogueFile catalogueFile(references);
+  const MdibFile mdibFile(references);
+  const Zalt::Catalogue::Catalogue catalogue = Zalt::Catalogue::readCatalogueFile(catalogueFile.path());
+  const Zalt::Catalogue::CatalogueCheck check = Zalt::Catalogue::checkCatalogue(catalogue);
+  const Zalt::Catalogue::MdibTexts mdib = Zalt::Catalogue::readMdibTextsFile(mdibFile.path());
+  std::size_t covered = 0;
+  for (auto _ : state) {
+    const Zalt::Catalogue::CoverageCheck result =
+        Zalt::Catalogue::checkCoverage(mdib, catalogue, check, true);
+    covered = result.covered;
+    if (result.findings.size() != MdibFile::uses(references) / 100) {
+      state.SkipWithError("the coverage benchmark expects one finding per missing reference");
+    }
+  }
+  state.counters["covered"] = static_cast<double>(covered);
+  state.SetItemsProcessed(state.iterations() * asCount(MdibFile::uses(references)));
+}
+
 // Peak heap of what `zalt-lts-catalogue check` does, reading included, and of
 // checking texts already read, each against the heap of a store holding them.
 void memory(benchmark::State& state, std::size_t references) {
@@ -192,6 +261,8 @@ bool registerCatalogueBenchmarks() {
     timed("check", check);
     timed("read+check", readAndCheck);
     timed("measure", measure);
+    timed("read-mdib", readMdib);
+    timed("coverage", coverage);
     benchmark::RegisterBenchmark(("catalogue/memory" + size).c_str(), memory, references)->Iterations(1);
   }
   return true;

@@ -1,6 +1,7 @@
 // The commands of zalt-lts-catalogue. Each reads its files as one catalogue,
 // writes its answer to stdout and returns the exit status (ExitCode.h). File
-// problems end fit and stats on stderr; check reports them as findings.
+// problems end fit and stats on stderr; check and coverage report them as
+// findings.
 #pragma once
 
 #include <Tovra/Mdib/LocalizedTextWidth.h>
@@ -57,5 +58,22 @@ struct PseudoRequest {
 // all the same. A `to` that is `from` or that the catalogue holds is refused
 // (2) before anything is written.
 int pseudo(const std::vector<std::string>& files, const PseudoRequest& request);
+
+struct CoverageRequest {
+  // The MDIB document; "-" is standard input.
+  std::string mdib;
+  bool json = false;
+  // Leaves out the references of the catalogue that the MDIB never names.
+  bool allowUnused = false;
+  // Makes each text that the MDIB gives inline a finding.
+  bool requireRefs = false;
+};
+
+// Every text that the MDIB names and the catalogue lacks in a language or in
+// the version named, each at its place in the MDIB, then the catalogue's
+// references that the MDIB never names, then a summary line that counts the
+// texts given inline per language; or one JSON document. With file problems of
+// either side, only those.
+int coverage(const std::vector<std::string>& files, const CoverageRequest& request);
 
 }  // namespace ZaltCatalogueTool

@@ -5,6 +5,7 @@
 //   zalt-lts-catalogue fit texts/*.xml --lang de-DE --width m --lines 2
 //   zalt-lts-catalogue stats texts/*.xml
 //   zalt-lts-catalogue pseudo --from en-US --to en-XA texts/*.xml -o pseudo.xml
+//   zalt-lts-catalogue coverage --mdib mdib.xml texts/*.xml
 #include "Commands.h"
 #include "ExitCode.h"
 #include "OutputFile.h"
@@ -116,6 +117,7 @@ struct Request {
   Zalt::Catalogue::WidthUnit unit = Zalt::Catalogue::WidthUnit::Fullwidth;
   FitRequest fit;
   PseudoRequest pseudo;
+  CoverageRequest coverage;
 };
 
 CLI::App* addCheck(CLI::App& app, Request& request) {
@@ -184,6 +186,26 @@ CLI::App* addPseudo(CLI::App& app, Request& request) {
   return command;
 }
 
+CLI::App* addCoverage(CLI::App& app, Request& request) {
+  CoverageRequest& coverage = request.coverage;
+  CLI::App* command = app.add_subcommand(
+      "coverage", "Report the texts that an MDIB names and the catalogue lacks; exit 1 if there is any.");
+  command->add_option("files", request.files, filesHelp)->required();
+  command
+      ->add_option("--mdib", coverage.mdib,
+                   "The MDIB document whose Ref attributes name the texts: a GetMdibResponse, an Mdib, or "
+                   "any document of MDIB content; - reads standard input")
+      ->required();
+  command->add_flag("--allow-unused", coverage.allowUnused,
+                    "Leave out the references of the catalogue that the MDIB never names");
+  command->add_flag("--require-refs", coverage.requireRefs,
+                    "Report each text that the MDIB gives inline, without a Ref, as a finding");
+  command->add_flag("--json", coverage.json,
+                    "Print one JSON document {referencesNamed, covered, inline: [{lang, texts}], findings}, "
+                    "inline texts and file problems too");
+  return command;
+}
+
 int run(int argc, char** argv) {
   CLI::App app("Checks localized-text catalogues against the rules of the device store.",
                "zalt-lts-catalogue");
@@ -202,9 +224,14 @@ int run(int argc, char** argv) {
   const CLI::App* const fitCommand = addFit(app, request);
   addStats(app, request);
   const CLI::App* const pseudoCommand = addPseudo(app, request);
+  const CLI::App* const coverageCommand = addCoverage(app, request);
   try {
     app.parse(argc, argv);
-    requireDistinctInputs(request.files);
+    std::vector<std::string> inputs = request.files;
+    if (coverageCommand->parsed()) {
+      inputs.push_back(request.coverage.mdib);
+    }
+    requireDistinctInputs(inputs);
     if (pseudoCommand->parsed() && request.pseudo.output) {
       refuseOutputAmongInputs(*request.pseudo.output, request.files);
     }
@@ -219,6 +246,9 @@ int run(int argc, char** argv) {
   }
   if (pseudoCommand->parsed()) {
     return pseudo(request.files, request.pseudo);
+  }
+  if (coverageCommand->parsed()) {
+    return coverage(request.files, request.coverage);
   }
   return stats(request.files, request.unit, request.json);
 }

@@ -97,12 +97,15 @@ private:
   std::optional<std::string_view> m_lastLanguage;
 };
 
+// "version 2" or "versions 1, 2".
 std::string versionsOf(Entries first, Entries last) {
   std::string list;
+  bool several = false;
   for (auto at = first; at != last; at = TextIndex::ofVersion(at, last, at->version).second) {
-    list += (list.empty() ? "" : ", ") + std::to_string(at->version);
+    several = !list.empty();
+    list += (several ? ", " : "") + std::to_string(at->version);
   }
-  return list;
+  return (several ? "versions " : "version ") + list;
 }
 
 class CoverageChecker {
@@ -111,6 +114,12 @@ public:
       : m_mdib(mdib), m_catalogue(catalogue), m_index(catalogue, check), m_named(m_index.entries().size()) {}
 
   CoverageCheck run(bool allowUnused) && {
+    if (m_mdib.uses.empty()) {
+      // Most likely not the MDIB meant (a catalogue, say): nothing is covered,
+      // however well the catalogue matches.
+      const std::string file = m_mdib.files.empty() ? std::string() : m_mdib.files.front();
+      m_result.findings.push_back({Finding::Kind::Empty, {file, 0, 0}, "the MDIB names no text"});
+    }
     for (const MdibTextUse& use : m_mdib.uses) {
       if (use.isInline) {
         add(Finding::Kind::Inline, use,
@@ -147,7 +156,7 @@ private:
     if (from == to) {
       if (firstOf(use.ref, version)) {
         add(Finding::Kind::Version, use,
-            "the catalogue has reference '" + use.ref + "' in version " + versionsOf(first, last) +
+            "the catalogue has reference '" + use.ref + "' in " + versionsOf(first, last) +
                 ", not in version " + std::to_string(version));
       }
       return;

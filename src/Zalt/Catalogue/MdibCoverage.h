@@ -83,8 +83,8 @@ ZALT_LTSCATALOGUE_EXPORT MdibTexts readMdibTextsFile(const std::string& path);
 ZALT_LTSCATALOGUE_EXPORT MdibTexts readMdibTexts(std::string_view content, const std::string& fileName);
 
 struct CoverageCheck {
-  // The findings of the uses in their order (Missing, Version, Language and
-  // Inline), then the Unused ones in catalogue order.
+  // Empty where the MDIB names no text; the findings of the uses in their
+  // order (Missing, Version, Language and Inline), then the Unused ones in catalogue order.
   std::vector<Finding> findings;
   // The uses that name a text by reference.
   std::size_t referencesNamed = 0;
@@ -101,7 +101,8 @@ struct CoverageCheck {
 //   - Language: a use's Lang is not one of the catalogue's languages;
 //   - Unused: a reference of the catalogue that no use names, at its first
 //     kept text; left out with `allowUnused`;
-//   - Inline: each text given inline.
+//   - Inline: each text given inline;
+//   - Empty: the MDIB names no text at all, by reference or inline.
 // Sorts the kept texts once and looks each use up in them: the cost grows as
 // n log n in the kept texts and as log n per use.
 ZALT_LTSCATALOGUE_EXPORT CoverageCheck checkCoverage(const MdibTexts& mdib, const Catalogue& catalogue,
