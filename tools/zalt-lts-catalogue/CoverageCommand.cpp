@@ -114,9 +114,9 @@ void printText(const Outcome& outcome) {
 
 int coverage(const std::vector<std::string>& files, const CoverageRequest& request) {
   const Outcome outcome = judge(files, request);
-  const bool unreadable = std::any_of(outcome.reported.begin(), outcome.reported.end(), [](const Finding& finding) {
-    return finding.kind == Finding::Kind::File;
-  });
+  const bool unreadable =
+      std::any_of(outcome.reported.begin(), outcome.reported.end(),
+                  [](const Finding& finding) { return finding.kind == Finding::Kind::File; });
   if (request.json) {
     printJson({{"referencesNamed", outcome.coverage.referencesNamed},
                {"covered", outcome.coverage.covered},
