@@ -76,4 +76,35 @@ struct CoverageRequest {
 // either side, only those.
 int coverage(const std::vector<std::string>& files, const CoverageRequest& request);
 
+struct XliffExportRequest {
+  std::string from;
+  std::string to;
+  // The XLIFF file to write, never standard output, which carries the findings.
+  std::string output;
+  Zalt::Catalogue::WidthUnit unit = Zalt::Catalogue::WidthUnit::Fullwidth;
+};
+
+// An XLIFF 1.2 file for translators, with a unit for each kept text in `from`
+// and, where the catalogue holds it already, its translation into `to`. Prints
+// the catalogue's findings as check does and a summary line; with file
+// problems, only those, and nothing is written (2). A `to` that is `from` is
+// refused (2); a `from` that no kept text has writes nothing (1).
+int exportXliff(const std::vector<std::string>& files, const XliffExportRequest& request);
+
+struct XliffImportRequest {
+  // The catalogue file to write, never standard output, which carries the findings.
+  std::string output;
+  bool json = false;
+  Zalt::Catalogue::WidthUnit unit = Zalt::Catalogue::WidthUnit::Fullwidth;
+};
+
+// A catalogue file of the translated units of XLIFF files, each text in its
+// file's target language, written whole; then the findings of reading them
+// (untranslated units, ids and languages that cannot be taken, markup) and of
+// checking the texts as check does, widths measured, and a summary line; or
+// one JSON document {texts, findings}. With file problems, only those, and
+// nothing is written (2); nothing is written either where no unit holds a
+// translation (1).
+int importXliff(const std::vector<std::string>& files, const XliffImportRequest& request);
+
 }  // namespace ZaltCatalogueTool

@@ -6,6 +6,8 @@
 //   zalt-lts-catalogue stats texts/*.xml
 //   zalt-lts-catalogue pseudo --from en-US --to en-XA texts/*.xml -o pseudo.xml
 //   zalt-lts-catalogue coverage --mdib mdib.xml texts/*.xml
+//   zalt-lts-catalogue xliff export --from en-US --to de-DE texts/*.xml -o de.xlf
+//   zalt-lts-catalogue xliff import de.xlf -o texts/de.xml
 #include "Commands.h"
 #include "ExitCode.h"
 #include "OutputFile.h"
@@ -118,6 +120,8 @@ struct Request {
   FitRequest fit;
   PseudoRequest pseudo;
   CoverageRequest coverage;
+  XliffExportRequest xliffExport;
+  XliffImportRequest xliffImport;
 };
 
 CLI::App* addCheck(CLI::App& app, Request& request) {
@@ -206,6 +210,55 @@ CLI::App* addCoverage(CLI::App& app, Request& request) {
   return command;
 }
 
+// The report goes to standard output, so the file written cannot.
+CLI::Validator namedFile() {
+  return CLI::Validator(
+      [](const std::string& path) {
+        return path == "-" ? std::string("the findings go to standard output; name a file to write") : std::string();
+      },
+      "FILE");
+}
+
+struct XliffCommands {
+  const CLI::App* exporting;
+  const CLI::App* importing;
+};
+
+XliffCommands addXliff(CLI::App& app, Request& request) {
+  CLI::App* xliff = app.add_subcommand(
+      "xliff", "Exchange texts with translators' tools as XLIFF 1.2, each with its width and lines as limits.");
+  xliff->require_subcommand(1);
+  XliffExportRequest& exporting = request.xliffExport;
+  CLI::App* exportCommand = xliff->add_subcommand(
+      "export", "Write an XLIFF file of the kept texts of one language, with the translations the catalogue has.");
+  exportCommand->add_option("files", request.files, filesHelp)->required();
+  exportCommand->add_option("--from", exporting.from, "The language to translate, such as en-US")
+      ->required()
+      ->check(storeLanguageTag());
+  exportCommand->add_option("--to", exporting.to, "The language to translate into, such as de-DE")
+      ->required()
+      ->check(storeLanguageTag());
+  exportCommand->add_option("-o,--output", exporting.output, "The XLIFF file to write, whole or not at all")
+      ->required()
+      ->check(namedFile());
+  addWidthUnitOption(*exportCommand, exporting.unit);
+
+  XliffImportRequest& importing = request.xliffImport;
+  CLI::App* importCommand = xliff->add_subcommand(
+      "import", "Write a catalogue file of the translated units of XLIFF files, and check it.");
+  importCommand
+      ->add_option("files", request.files,
+                   "XLIFF 1.2 files, read in order; - reads standard input, which messages name <stdin>")
+      ->required();
+  importCommand->add_option("-o,--output", importing.output, "The catalogue file to write, whole or not at all")
+      ->required()
+      ->check(namedFile());
+  addWidthUnitOption(*importCommand, importing.unit);
+  importCommand->add_flag("--json", importing.json,
+                          "Print one JSON document {texts, findings}, file problems too");
+  return {exportCommand, importCommand};
+}
+
 int run(int argc, char** argv) {
   CLI::App app("Checks localized-text catalogues against the rules of the device store.",
                "zalt-lts-catalogue");
@@ -225,6 +278,7 @@ int run(int argc, char** argv) {
   addStats(app, request);
   const CLI::App* const pseudoCommand = addPseudo(app, request);
   const CLI::App* const coverageCommand = addCoverage(app, request);
+  const XliffCommands xliffCommands = addXliff(app, request);
   try {
     app.parse(argc, argv);
     std::vector<std::string> inputs = request.files;
@@ -234,6 +288,12 @@ int run(int argc, char** argv) {
     requireDistinctInputs(inputs);
     if (pseudoCommand->parsed() && request.pseudo.output) {
       refuseOutputAmongInputs(*request.pseudo.output, request.files);
+    }
+    if (xliffCommands.exporting->parsed()) {
+      refuseOutputAmongInputs(request.xliffExport.output, request.files);
+    }
+    if (xliffCommands.importing->parsed()) {
+      refuseOutputAmongInputs(request.xliffImport.output, request.files);
     }
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? success : failure;
@@ -249,6 +309,12 @@ int run(int argc, char** argv) {
   }
   if (coverageCommand->parsed()) {
     return coverage(request.files, request.coverage);
+  }
+  if (xliffCommands.exporting->parsed()) {
+    return exportXliff(request.files, request.xliffExport);
+  }
+  if (xliffCommands.importing->parsed()) {
+    return importXliff(request.files, request.xliffImport);
   }
   return stats(request.files, request.unit, request.json);
 }
