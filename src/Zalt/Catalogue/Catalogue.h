@@ -67,12 +67,25 @@ struct Finding {
     Missing,
     // The catalogue holds the reference, but not in the version named.
     Version,
-    // A text that an MDIB names has a language that the catalogue lacks.
+    // A language that the texts cannot have where it stands: a text that an
+    // MDIB names has a language that the catalogue lacks, or an XLIFF file's
+    // target-language is missing or not a store's tag (ll-CC).
     Language,
     // A reference of the catalogue that the MDIB never names.
     Unused,
     // An MDIB gives a text inline, where no catalogue can localize it.
     Inline,
+    // An XLIFF unit without a translation: no target, an empty one, or one
+    // whose state is new or needs-translation.
+    Untranslated,
+    // An XLIFF unit whose id is missing or is not one that writeXliff writes.
+    Id,
+    // An XLIFF translation that holds an element, where a text holds
+    // characters only.
+    Markup,
+    // An XLIFF translation with another number of lines than its unit's
+    // text: the store would file it under another key.
+    Lines,
   };
 
   Kind kind;
@@ -81,8 +94,8 @@ struct Finding {
 };
 
 // The kind's name in JSON: "file", "rejected", "dropped", "languages",
-// "inconsistent", "empty", "width", "missing", "version", "language", "unused"
-// or "inline".
+// "inconsistent", "empty", "width", "missing", "version", "language",
+// "unused", "inline", "untranslated", "id", "markup" or "lines".
 ZALT_LTSCATALOGUE_EXPORT const char* name(Finding::Kind kind);
 
 // "FILE:LINE:COLUMN: message", or "FILE: message" where no line applies.

@@ -29,6 +29,14 @@ const char* name(Finding::Kind kind) {
       return "unused";
     case Finding::Kind::Inline:
       return "inline";
+    case Finding::Kind::Untranslated:
+      return "untranslated";
+    case Finding::Kind::Id:
+      return "id";
+    case Finding::Kind::Markup:
+      return "markup";
+    case Finding::Kind::Lines:
+      return "lines";
   }
   return "unknown";
 }

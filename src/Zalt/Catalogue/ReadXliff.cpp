@@ -1,0 +1,228 @@
+#include <Zalt/Catalogue/Xliff.h>
+
+#include <Zalt/Catalogue/Private/XliffUnitId.h>
+#include <Zalt/Catalogue/Private/XmlDocumentReader.h>
+#include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
+
+#include <cstdio>
+#include <iterator>
+#include <utility>
+
+namespace Zalt {
+namespace Catalogue {
+namespace {
+
+using Private::Place;
+using Tovra::Locale::LanguageTag;
+using Tovra::Locale::Utf8;
+
+// What an open element is to the reader; everything else is Other.
+enum class Role : char { Other, File, Unit, Target, InTarget };
+
+// A unit until its end tag.
+struct PendingUnit {
+  Place place;
+  std::optional<std::string> id;
+  std::optional<Private::UnitKey> key;
+  bool hasTarget = false;
+  Place targetPlace{};
+  std::string state;
+  std::string target;
+  // The first element inside the target, with its place.
+  std::optional<std::pair<std::string, Place>> markup;
+};
+
+// Tools that save XLIFF without its namespace put every element in none.
+bool isXliff(std::string_view xmlNamespace) { return xmlNamespace == xliffNamespace || xmlNamespace.empty(); }
+
+std::string quoted(std::string_view text) { return '\'' + std::string(text) + '\''; }
+
+std::string linesText(std::uint32_t lines) {
+  return std::to_string(lines) + (lines == 1 ? " line" : " lines");
+}
+
+class XliffReader : public Private::XmlDocumentReader {
+public:
+  XliffReader(const std::string& fileName, std::size_t expectedSize)
+      : XmlDocumentReader(fileName, expectedSize, "an XLIFF file") {}
+
+  XliffImport finish() && {
+    std::vector<Finding> problems = finishParsing();
+    if (!problems.empty()) {
+      throw CatalogueError(std::move(problems), __FILE__, __LINE__);
+    }
+    m_import.catalogue.files.push_back(fileName());
+    return std::move(m_import);
+  }
+
+private:
+  void startElement(const Element& element) override {
+    const Role parent = m_roles.empty() ? Role::Other : m_roles.back();
+    Role role = Role::Other;
+    if (m_roles.empty()) {
+      checkRoot(element);
+    } else if (parent == Role::Target || parent == Role::InTarget) {
+      role = Role::InTarget;
+      if (!m_unit.markup) {
+        m_unit.markup.emplace(element.qualifiedName(), placeOf(markupStart()));
+      }
+    } else if (!isXliff(element.xmlNamespace)) {
+      // An extension of a tool: nothing of the texts.
+    } else if (element.name == "file" && m_roles.size() == 1) {
+      role = Role::File;
+      beginFile(element);
+    } else if (element.name == "trans-unit" && m_fileUsable && !m_inUnit) {
+      role = Role::Unit;
+      beginUnit(element);
+    } else if (element.name == "target" && parent == Role::Unit && !m_unit.hasTarget) {
+      role = Role::Target;
+      beginTarget(element);
+    }
+    m_roles.push_back(role);
+  }
+
+  void endElement() override {
+    const Role role = m_roles.back();
+    m_roles.pop_back();
+    if (role == Role::Unit) {
+      m_inUnit = false;
+      endUnit();
+    } else if (role == Role::File) {
+      m_fileUsable = false;
+    }
+  }
+
+  void characters(std::string_view data) override {
+    if (!m_roles.empty() && m_roles.back() == Role::Target) {
+      m_unit.target += data;
+    }
+  }
+
+  void dropResults() override { m_import = {}; }
+
+  void checkRoot(const Element& element) {
+    const Place place = placeOf(markupStart());
+    if (element.name != "xliff" || !isXliff(element.xmlNamespace)) {
+      fail(place, "not an XLIFF 1.2 file: the root element is " + quoted(element.qualifiedName()) +
+                      (element.xmlNamespace.empty() ? " in no namespace"
+                                                    : " in the namespace " + quoted(element.xmlNamespace)));
+    } else if (const auto version = element.attribute("version"); version && *version != "1.2") {
+      fail(place, "XLIFF version " + quoted(*version) + " is not supported: an XLIFF file is version 1.2");
+    }
+  }
+
+  // A file's units stand in its target language, which the store must take.
+  void beginFile(const Element& element) {
+    const auto language = element.attribute("target-language");
+    m_language = LanguageTag(std::string(language.value_or("")));
+    m_fileUsable = m_language.is2LetterLangAnd2LetterCountry();
+    if (!m_fileUsable) {
+      find(Finding::Kind::Language, placeOf(markupStart()),
+           (language ? "target-language " + quoted(*language) + " is not a language of the store (ll-CC)"
+                     : std::string("the file has no target-language")) +
+               ": its units yield no texts");
+    }
+  }
+
+  void beginUnit(const Element& element) {
+    m_inUnit = true;
+    m_unit = PendingUnit{placeOf(markupStart()), {}, {}, false, {}, {}, {}, {}};
+    if (const auto id = element.attribute("id")) {
+      m_unit.id = std::string(*id);
+      m_unit.key = Private::decodeUnitId(*id);
+    }
+  }
+
+  void beginTarget(const Element& element) {
+    m_unit.hasTarget = true;
+    m_unit.targetPlace = placeOf(markupStart());
+    m_unit.state = std::string(element.attribute("state").value_or(""));
+  }
+
+  void endUnit() {
+    PendingUnit& unit = m_unit;
+    if (!unit.key) {
+      find(Finding::Kind::Id, unit.place,
+           unit.id ? "unit id " + quoted(*unit.id) + " is not of the form VERSION.WIDTH.LINES.REFERENCE"
+                   : std::string("the unit has no id"));
+      return;
+    }
+    const std::string unitName = "unit " + quoted(unit.key->ref);
+    if (!unit.hasTarget) {
+      find(Finding::Kind::Untranslated, unit.place, unitName + " has no translation");
+    } else if (unit.state == "new" || unit.state == "needs-translation") {
+      find(Finding::Kind::Untranslated, unit.targetPlace,
+           unitName + " is not translated: its target's state is " + quoted(unit.state));
+    } else if (unit.markup) {
+      find(Finding::Kind::Markup, unit.markup->second,
+           "the translation of " + unitName + " holds the element " + quoted(unit.markup->first) +
+               ": a text holds characters only");
+    } else if (unit.target.empty()) {
+      find(Finding::Kind::Untranslated, unit.targetPlace, unitName + " has an empty translation");
+    } else {
+      addText(unit);
+    }
+  }
+
+  void addText(PendingUnit& unit) {
+    Utf8 text(std::move(unit.target));
+    const std::uint32_t lines = Localization::Impl::numberOfLineBreaks(text) + 1;
+    if (lines != unit.key->lines) {
+      find(Finding::Kind::Lines, unit.targetPlace,
+           "the translation of unit " + quoted(unit.key->ref) + " has " + linesText(lines) +
+               " where the source has " + linesText(unit.key->lines));
+      return;
+    }
+    m_import.catalogue.texts.push_back(
+        {Tovra::Mdib::LocalizedText(std::move(text), m_language,
+                                    Tovra::Mdib::LocalizedTextRef(Utf8(std::move(unit.key->ref))),
+                                    Tovra::Mdib::VersionCounter(unit.key->version), unit.key->width),
+         0, unit.targetPlace.line, unit.targetPlace.column});
+  }
+
+  void find(Finding::Kind kind, Place place, std::string message) {
+    m_import.findings.push_back({kind, {fileName(), place.line, place.column}, std::move(message)});
+  }
+
+  std::vector<Role> m_roles;
+  bool m_fileUsable = false;
+  LanguageTag m_language;
+  bool m_inUnit = false;
+  PendingUnit m_unit;
+  XliffImport m_import;
+};
+
+XliffImport readStream(std::FILE* stream, const std::string& name, std::size_t expectedSize) {
+  XliffReader reader(name, expectedSize);
+  reader.readStream(stream);
+  return std::move(reader).finish();
+}
+
+XliffImport readStandardInput() { return readStream(Private::binaryStandardInput(), standardInputName, 0); }
+
+}  // namespace
+
+void XliffImport::append(XliffImport&& other) {
+  catalogue.append(std::move(other.catalogue));
+  findings.insert(findings.end(), std::make_move_iterator(other.findings.begin()),
+                  std::make_move_iterator(other.findings.end()));
+}
+
+XliffImport readXliff(std::string_view content, const std::string& fileName) {
+  XliffReader reader(fileName, content.size());
+  reader.readAll(content);
+  return std::move(reader).finish();
+}
+
+XliffImport readXliffFile(const std::string& path) {
+  std::size_t size = 0;
+  const Private::File file = Private::openFile(path, size);
+  return readStream(file.get(), path, size);
+}
+
+XliffImport readXliffFiles(const std::vector<std::string>& paths) {
+  return Private::readFiles<XliffImport>(paths, readXliffFile, readStandardInput);
+}
+
+}  // namespace Catalogue
+}  // namespace Zalt

@@ -1,0 +1,102 @@
+// Zalt::Catalogue XLIFF exchange: the texts of one language sent to
+// translators as an XLIFF 1.2 document, which their tools open and save, and
+// their translations read back as a catalogue of the target language.
+//
+//   const Zalt::Catalogue::Catalogue catalogue = Zalt::Catalogue::readCatalogueFiles({"en.xml", "de.xml"});
+//   const std::string xliff = Zalt::Catalogue::writeXliff(catalogue, Zalt::Catalogue::checkCatalogue(catalogue),
+//       Tovra::Locale::LanguageTag("en-US"), Tovra::Locale::LanguageTag("de-DE"), "en.xml de.xml");
+//   // ... translated, then saved as de.xlf ...
+//   const Zalt::Catalogue::XliffImport translated = Zalt::Catalogue::readXliffFile("de.xlf");
+//   for (const Zalt::Catalogue::Finding& finding : translated.findings) {
+//     std::cerr << Zalt::Catalogue::placed(finding) << '\n';
+//   }
+//   const std::string german = Zalt::Catalogue::writeCatalogue(Zalt::Catalogue::mdibTexts(translated.catalogue.texts));
+//
+// Each text goes out as one unit, in the XLIFF 1.2 namespace:
+//
+//   <trans-unit id="2.m.1.alarm.hr.high" resname="alarm.hr.high" xml:space="preserve"
+//               maxwidth="24" size-unit="char">
+//     <source>Heart rate too high</source>
+//     <target state="translated">Herzfrequenz zu hoch</target>
+//     <note>Width m (Medium): ... Exactly 1 line.</note>
+//   </trans-unit>
+//
+// Translation tools keep a unit's id, source and target and may drop all else,
+// so the id alone carries the text's key but for its language:
+//
+//   VERSION.WIDTH.LINES.REFERENCE
+//
+// VERSION and LINES in decimal without leading zeros, WIDTH one of the tokens
+// xs, s, m, l, xl, xxl or "-" for a text without a width, and REFERENCE last,
+// whole, with each '%', space, control character (U+0000 to U+001F) and DEL
+// written as '%' and two upper-case hex digits: "7.-.2.menu%20title" is the
+// two-line text of reference "menu title" in version 7 without a width.
+// Reading takes an id only as writeXliff writes it; any other is a finding.
+#pragma once
+
+#include <Tovra/Locale/LanguageTag.h>
+#include <Zalt/Catalogue/Catalogue.h>
+#include <Zalt/Catalogue/CatalogueExport.h>
+#include <Zalt/Catalogue/CheckCatalogue.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Zalt {
+namespace Catalogue {
+
+inline constexpr std::string_view xliffNamespace = "urn:oasis:names:tc:xliff:document:1.2";
+
+// One XLIFF 1.2 document, UTF-8, with one file element (source-language
+// `from`, target-language `to`, datatype plaintext, `original` naming the
+// catalogue) holding one unit per text of language `from` that a store keeps
+// by `check` of `catalogue`, in catalogue order. A unit's source is the text,
+// line breaks and carriage returns as they are; its target is the kept text of
+// language `to` under the same key, where there is one, with state
+// "translated". A text with a width has maxwidth, the most narrow characters
+// (a wide one counts two) that a line of its width holds; every unit has a
+// note that says its width and its number of lines.
+// Throws std::invalid_argument where `from` or `to` is not a language of the
+// store (ll-CC), or `original` or a text is what no XML file can carry.
+ZALT_LTSCATALOGUE_EXPORT std::string writeXliff(const Catalogue& catalogue, const CatalogueCheck& check,
+                                                const Tovra::Locale::LanguageTag& from,
+                                                const Tovra::Locale::LanguageTag& to,
+                                                const std::string& original);
+
+// The translations read from XLIFF files.
+struct ZALT_LTSCATALOGUE_EXPORT XliffImport {
+  // One text per translated unit, in the target language of its file, each
+  // at its target element; `files` names the XLIFF files read.
+  Catalogue catalogue;
+  // In document order, each at its place:
+  //   - Language: a file element without a target-language, or with one that
+  //     is not ll-CC; none of its units yields a text;
+  //   - Id: a unit without an id or with one that writeXliff does not write;
+  //   - Untranslated: a unit with no target, an empty one, or one whose state
+  //     is "new" or "needs-translation";
+  //   - Markup: a target that holds an element (g, x, ph, mrk, ...) at it;
+  //   - Lines: a target with another number of lines than its id gives.
+  // A unit with a finding yields no text.
+  std::vector<Finding> findings;
+
+  // Moves the texts, files and findings of `other` behind these.
+  void append(XliffImport&& other);
+};
+
+// Reads XLIFF 1.2 files in order ("-" is standard input) as any tool saves
+// them: in the XLIFF namespace under any prefix or in none, units at any depth
+// of groups, in several file elements, with attributes and notes dropped.
+// Reads every file before it throws CatalogueError with the problems of all
+// that cannot be read, are not well-formed, or whose root is not an xliff
+// element of version 1.2; read as a catalogue file is.
+ZALT_LTSCATALOGUE_EXPORT XliffImport readXliffFiles(const std::vector<std::string>& paths);
+
+// Reads one file; throws CatalogueError as readXliffFiles does.
+ZALT_LTSCATALOGUE_EXPORT XliffImport readXliffFile(const std::string& path);
+
+// Reads an XLIFF document held in memory, naming it `fileName`; throws CatalogueError.
+ZALT_LTSCATALOGUE_EXPORT XliffImport readXliff(std::string_view content, const std::string& fileName);
+
+}  // namespace Catalogue
+}  // namespace Zalt
