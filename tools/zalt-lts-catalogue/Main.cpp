@@ -214,7 +214,8 @@ CLI::App* addCoverage(CLI::App& app, Request& request) {
 CLI::Validator namedFile() {
   return CLI::Validator(
       [](const std::string& path) {
-        return path == "-" ? std::string("the findings go to standard output; name a file to write") : std::string();
+        return path == "-" ? std::string("the findings go to standard output; name a file to write")
+                           : std::string();
       },
       "FILE");
 }
@@ -226,11 +227,13 @@ struct XliffCommands {
 
 XliffCommands addXliff(CLI::App& app, Request& request) {
   CLI::App* xliff = app.add_subcommand(
-      "xliff", "Exchange texts with translators' tools as XLIFF 1.2, each with its width and lines as limits.");
+      "xliff",
+      "Exchange texts with translators' tools as XLIFF 1.2, each with its width and lines as limits.");
   xliff->require_subcommand(1);
   XliffExportRequest& exporting = request.xliffExport;
   CLI::App* exportCommand = xliff->add_subcommand(
-      "export", "Write an XLIFF file of the kept texts of one language, with the translations the catalogue has.");
+      "export",
+      "Write an XLIFF file of the kept texts of one language, with the translations the catalogue has.");
   exportCommand->add_option("files", request.files, filesHelp)->required();
   exportCommand->add_option("--from", exporting.from, "The language to translate, such as en-US")
       ->required()
@@ -250,7 +253,8 @@ XliffCommands addXliff(CLI::App& app, Request& request) {
       ->add_option("files", request.files,
                    "XLIFF 1.2 files, read in order; - reads standard input, which messages name <stdin>")
       ->required();
-  importCommand->add_option("-o,--output", importing.output, "The catalogue file to write, whole or not at all")
+  importCommand
+      ->add_option("-o,--output", importing.output, "The catalogue file to write, whole or not at all")
       ->required()
       ->check(namedFile());
   addWidthUnitOption(*importCommand, importing.unit);

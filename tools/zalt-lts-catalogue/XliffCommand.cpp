@@ -63,8 +63,8 @@ void report(const std::vector<Finding>& reported, std::size_t texts, bool json) 
     return;
   }
   printPlaced(std::cout, reported);
-  std::cout << "xliff import: " << counted(texts, "text", "texts") << " written, " << findingsCount(reported.size())
-            << '\n';
+  std::cout << "xliff import: " << counted(texts, "text", "texts") << " written, "
+            << findingsCount(reported.size()) << '\n';
 }
 
 }  // namespace
@@ -82,7 +82,8 @@ int exportXliff(const std::vector<std::string>& files, const XliffExportRequest&
     std::cout << "xliff export: nothing written, " << findingsCount(loaded.problems.size()) << '\n';
     return failure;
   }
-  const Zalt::Catalogue::CatalogueCheck check = Zalt::Catalogue::checkCatalogue(loaded.catalogue, request.unit);
+  const Zalt::Catalogue::CatalogueCheck check =
+      Zalt::Catalogue::checkCatalogue(loaded.catalogue, request.unit);
   printPlaced(std::cout, check.findings);
   const std::size_t units = unitsOf(loaded.catalogue, check, from);
   if (units == 0) {
@@ -106,7 +107,8 @@ int importXliff(const std::vector<std::string>& files, const XliffImportRequest&
   std::vector<Finding> reported = std::move(imported.xliff.findings);
   if (catalogue.texts.empty()) {
     // An empty catalogue would pass for the translation of nothing.
-    reported.push_back({Finding::Kind::Empty, {catalogue.files.front(), 0, 0},
+    reported.push_back({Finding::Kind::Empty,
+                        {catalogue.files.front(), 0, 0},
                         "no unit holds a translation; nothing is written"});
   } else {
     // The translations are checked as the catalogue they become: a text too

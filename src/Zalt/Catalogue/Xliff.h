@@ -3,14 +3,16 @@
 // their translations read back as a catalogue of the target language.
 //
 //   const Zalt::Catalogue::Catalogue catalogue = Zalt::Catalogue::readCatalogueFiles({"en.xml", "de.xml"});
-//   const std::string xliff = Zalt::Catalogue::writeXliff(catalogue, Zalt::Catalogue::checkCatalogue(catalogue),
+//   const std::string xliff = Zalt::Catalogue::writeXliff(catalogue,
+//   Zalt::Catalogue::checkCatalogue(catalogue),
 //       Tovra::Locale::LanguageTag("en-US"), Tovra::Locale::LanguageTag("de-DE"), "en.xml de.xml");
 //   // ... translated, then saved as de.xlf ...
 //   const Zalt::Catalogue::XliffImport translated = Zalt::Catalogue::readXliffFile("de.xlf");
 //   for (const Zalt::Catalogue::Finding& finding : translated.findings) {
 //     std::cerr << Zalt::Catalogue::placed(finding) << '\n';
 //   }
-//   const std::string german = Zalt::Catalogue::writeCatalogue(Zalt::Catalogue::mdibTexts(translated.catalogue.texts));
+//   const std::string german =
+//   Zalt::Catalogue::writeCatalogue(Zalt::Catalogue::mdibTexts(translated.catalogue.texts));
 //
 // Each text goes out as one unit, in the XLIFF 1.2 namespace:
 //

@@ -20,7 +20,8 @@ from translate.storage import xliff
 PARTICIPANT = "{http://standards.ieee.org/downloads/11073/11073-10207-2017/participant}"
 # The narrow characters a line of each width holds; a unit says it in maxwidth.
 MAXWIDTH = {"xs": "8", "s": "16", "m": "24", "l": "32", "xl": "40"}
-TOO_WIDE = "Herzfrequenz viel zu hoch, sofort pruefen"
+TOO_WIDE = "Herzfrequenz viel zu hoch"
+TOO_WIDE_KEY = ("alarm.hr.high", "2", "xs", "1")
 
 
 def run(*arguments):
@@ -32,27 +33,28 @@ def fail(message):
     sys.exit(1)
 
 
-def source_texts(catalogue):
-    """(ref, version, width) -> text of each en-US text of the catalogue."""
+def texts_of(catalogue, language):
+    """(ref, version, width, lines) -> text of each text of `language`; its
+    texts have no line breaks but LF."""
     texts = {}
     for element in ElementTree.parse(catalogue).getroot().iter(PARTICIPANT + "LocalizedText"):
-        if element.get("Lang") == "en-US":
-            texts[(element.get("Ref"), element.get("Version"), element.get("TextWidth"))] = element.text or ""
+        if element.get("Lang") == language:
+            text = element.text or ""
+            key = (element.get("Ref"), element.get("Version"), element.get("TextWidth"), str(text.count("\n") + 1))
+            texts[key] = text
     return texts
 
 
 def key_of(unit_id):
-    """(ref, version, width) from an id VERSION.WIDTH.LINES.REFERENCE."""
-    version, width, _, ref = unit_id.split(".", 3)
-    return (urllib.parse.unquote(ref), version, None if width == "-" else width)
+    """(ref, version, width, lines) from an id VERSION.WIDTH.LINES.REFERENCE."""
+    version, width, lines, ref = unit_id.split(".", 3)
+    return (urllib.parse.unquote(ref), version, None if width == "-" else width, lines)
 
 
-def translated(source, ref):
-    # Every line keeps its line break, so that the number of lines stays the
-    # one the unit's id gives; the heart-rate alarm gets one too wide.
-    if ref == "alarm.hr.high" and "\n" not in source:
-        return TOO_WIDE
-    return "\n".join("it:" + line for line in source.split("\n"))
+def translated(source, key):
+    # The same widths and lines, other letters, so that a source read for
+    # its target would show; one translation is too wide for its width.
+    return TOO_WIDE if key == TOO_WIDE_KEY else source.swapcase()
 
 
 def main():
@@ -63,38 +65,34 @@ def main():
     if result.returncode != 0:
         fail("export failed: %s" % result.stderr.decode())
 
-    sources = source_texts(catalogue)
+    sources = texts_of(catalogue, "en-US")
     store = xliff.xlifffile.parsefile(str(exported))
     units = [unit for unit in store.units if not unit.isheader()]
     if len(units) != len(sources):
         fail("%d units for %d source texts" % (len(units), len(sources)))
     expected = {}
     for unit in units:
-        key = key_of(unit.getid())
+        key = key_of(unit.xmlelement.get("id"))
         if sources.get(key) != unit.source or unit.xmlelement.get("resname") != key[0]:
             fail("unit %r: source %r, resname %r" % (unit.getid(), unit.source, unit.xmlelement.get("resname")))
         if unit.xmlelement.get("maxwidth") != MAXWIDTH.get(key[2]):
             fail("unit %r: maxwidth %r" % (unit.getid(), unit.xmlelement.get("maxwidth")))
-        unit.target = translated(unit.source, key[0])
+        unit.target = translated(unit.source, key)
         expected[key] = unit.target
-    if TOO_WIDE not in expected.values():
-        fail("no unit of alarm.hr.high on one line")
+    if TOO_WIDE_KEY not in expected:
+        fail("no unit %s" % (TOO_WIDE_KEY,))
     store.savefile(str(saved))
 
     result = run(tool, "xliff", "import", "--json", str(saved), "-o", str(imported))
     report = json.loads(result.stdout)
     kinds = [finding["kind"] for finding in report["findings"]]
-    if result.returncode != 1 or kinds != ["width"]:
+    if result.returncode != 1 or kinds != ["width"] or "TextWidth 'xs'" not in report["findings"][0]["message"]:
         fail("import: exit %d, findings %s" % (result.returncode, report["findings"]))
 
-    texts = {}
-    for element in ElementTree.parse(imported).getroot().iter(PARTICIPANT + "LocalizedText"):
-        if element.get("Lang") != "it-IT":
-            fail("imported text in %r" % element.get("Lang"))
-        texts[(element.get("Ref"), element.get("Version"), element.get("TextWidth"))] = element.text or ""
+    texts = texts_of(str(imported), "it-IT")
     if texts != expected:
         fail("imported %s\nwanted %s" % (texts, expected))
-    print("translate-toolkit round trip: %d units, %d texts imported, 1 too wide" % (len(units), len(texts)))
+    print("translate-toolkit round trip: %d units, %d texts imported, one too wide" % (len(units), len(texts)))
 
 
 main()
