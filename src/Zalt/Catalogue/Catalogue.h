@@ -57,7 +57,8 @@ struct Finding {
     // The store's language check fails for the whole catalogue; the message
     // is the store's.
     Inconsistent,
-    // No localized text was found in the whole catalogue.
+    // Nothing to work on: no localized text in the whole catalogue, no text
+    // named by an MDIB, or no translated unit in XLIFF files.
     Empty,
     // The text's declared width is narrower than its widest line needs, or
     // the text holds a control character that no display can place.
