@@ -3,14 +3,16 @@
 // their translations read back as a catalogue of the target language.
 //
 //   const Zalt::Catalogue::Catalogue catalogue = Zalt::Catalogue::readCatalogueFiles({"en.xml", "de.xml"});
-//   const std::string xliff = Zalt::Catalogue::writeXliff(catalogue, Zalt::Catalogue::checkCatalogue(catalogue),
+//   const std::string xliff = Zalt::Catalogue::writeXliff(catalogue,
+//   Zalt::Catalogue::checkCatalogue(catalogue),
 //       Tovra::Locale::LanguageTag("en-US"), Tovra::Locale::LanguageTag("de-DE"), "en.xml de.xml");
 //   // ... translated, then saved as de.xlf ...
 //   const Zalt::Catalogue::XliffImport translated = Zalt::Catalogue::readXliffFile("de.xlf");
 //   for (const Zalt::Catalogue::Finding& finding : translated.findings) {
 //     std::cerr << Zalt::Catalogue::placed(finding) << '\n';
 //   }
-//   const std::string german = Zalt::Catalogue::writeCatalogue(Zalt::Catalogue::mdibTexts(translated.catalogue.texts));
+//   const std::string german =
+//   Zalt::Catalogue::writeCatalogue(Zalt::Catalogue::mdibTexts(translated.catalogue.texts));
 //
 // Each text goes out as one unit, in the XLIFF 1.2 namespace:
 //
@@ -28,9 +30,10 @@
 //
 // VERSION and LINES in decimal without leading zeros, WIDTH one of the tokens
 // xs, s, m, l, xl, xxl or "-" for a text without a width, and REFERENCE last,
-// whole, with each '%', space, control character (U+0000 to U+001F) and DEL
-// written as '%' and two upper-case hex digits: "7.-.2.menu%20title" is the
-// two-line text of reference "menu title" in version 7 without a width.
+// whole, with each byte of a space, a control character (U+0000 to U+001F),
+// DEL, % & < > " and ' written as '%' and two upper-case hex digits:
+// "7.-.2.menu%20title" is the two-line text of reference "menu title" in
+// version 7 without a width.
 // Reading takes an id only as writeXliff writes it; any other is a finding.
 #pragma once
 

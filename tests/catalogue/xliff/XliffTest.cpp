@@ -84,6 +84,7 @@ TEST(XliffExport, OneUnitPerSourceTextWithItsKeyInTheIdAndTheTranslationWhereThe
       text("label.hr", "en-US", 2, LocalizedTextWidth::Medium, "Heart\nrate"),
       text("label.hr", "fr-FR", 2, LocalizedTextWidth::Medium, "Fréquence\ncardiaque"),
       text("menu title", "de-DE", 7, LocalizedTextWidth::Small, "Menü"),
+      text("label.hr", "de-DE", 2, LocalizedTextWidth::Medium, "Puls"),
       text("label.hr", "de-DE", 2, LocalizedTextWidth::Medium, "Herz-\nfrequenz"),
       text("menu title", "en-US", 7, boost::none, "Menu & <b>\r"),
       text("label.hr", "de-DE", 1, LocalizedTextWidth::Medium, "Puls\nalt"),
@@ -97,7 +98,7 @@ TEST(XliffExport, OneUnitPerSourceTextWithItsKeyInTheIdAndTheTranslationWhereThe
 rate</source>
         <target state="translated">Herz-
 frequenz</target>
-        <note>Width m (Medium): a line holds at most 24 narrow characters; a wide character (East Asian Wide or Fullwidth) counts as two. Exactly 2 lines.</note>
+        <note>Width m (Medium): at most 24 narrow characters a line, a wide one counting as two. Exactly 2 lines.</note>
       </trans-unit>
       <trans-unit id="7.-.2.menu%20title" resname="menu title" xml:space="preserve">
         <source>Menu &amp; &lt;b&gt;&#13;</source>
@@ -123,8 +124,10 @@ TEST(XliffExport, RefusesWhatTheImportCouldNotReadBack) {
   EXPECT_THROW(exported({en, text("a", "de-DE", 1, boost::none, "\x01")}), std::invalid_argument);
   EXPECT_THROW(exported({text("\x7F\x01", "en-US", 1, boost::none, "a")}), std::invalid_argument);
   const Catalogue catalogue = catalogueOf({en});
-  EXPECT_THROW(writeXliff(catalogue, checkCatalogue(catalogue), LanguageTag("en-US"), LanguageTag("de-DE"),
-                          "\x1B.xml"),
+  const auto check = checkCatalogue(catalogue);
+  EXPECT_THROW(writeXliff(catalogue, check, LanguageTag("en"), LanguageTag("de-DE"), "a"),
+               std::invalid_argument);
+  EXPECT_THROW(writeXliff(catalogue, check, LanguageTag("en-US"), LanguageTag("de-DE"), "\x1B.xml"),
                std::invalid_argument);
 }
 
@@ -135,10 +138,12 @@ TEST(XliffRoundTrip, TranslationsComeBackByteForByteUnderTheTargetLanguage) {
       text("separators", "en-US", 1, LocalizedTextWidth::Large, "line\xE2\x80\xA8sep\xE2\x80\xA9\tend\n"),
       text("markup", "en-US", 1, LocalizedTextWidth::ExtraLarge, "<b>Bold</b> &amp; <br/> ]]> \"q\" 'a'"),
       text("placeholders", "en-US", 1, boost::none, "%1$s of {0} %% ${x}"),
-      text("50% odd\r\n\t\"ref\" <&>", "en-US", 18446744073709551615U, LocalizedTextWidth::ExtraExtraLarge, "x"),
+      text("50% odd\r\n\t\"ref\" <&>", "en-US", 18446744073709551615U, LocalizedTextWidth::ExtraExtraLarge,
+           "x"),
       text("日本.ラベル", "en-US", 0, LocalizedTextWidth::Medium, "  spaces kept  "),
   };
-  const XliffImport imported = Zalt::Catalogue::readXliff(translatedAsIs(exported(sources, "ja-JP")), "ja.xlf");
+  const XliffImport imported =
+      Zalt::Catalogue::readXliff(translatedAsIs(exported(sources, "ja-JP")), "ja.xlf");
   std::vector<LocalizedText> expected;
   expected.reserve(sources.size());
   for (const LocalizedText& source : sources) {
@@ -181,15 +186,26 @@ b fr</target>
   const XliffImport prefixed = Zalt::Catalogue::readXliff(
       "<x:xliff xmlns:x='urn:oasis:names:tc:xliff:document:1.2' xmlns:t='urn:tool'>\r\n"
       "<x:file target-language='ja-JP'><x:body><x:trans-unit id='1.xs.2.k'><t:meta><x:target>no</x:target>"
-      "</t:meta>\r\n<x:target state='signed-off'>キ\r\nー</x:target></x:trans-unit></x:body></x:file></x:xliff>",
+      "</t:meta>\r\n<x:target "
+      "state='signed-off'>キ\r\nー</x:target></x:trans-unit></x:body></x:file></x:xliff>",
       "prefixed.xlf");
   EXPECT_THAT(described(prefixed), ElementsAre("k@1/0/ja-JP 'キ\nー' prefixed.xlf:3:1"));
 }
 
 TEST(XliffImport, ReportsEachUnitThatYieldsNoTextAtItsPlace) {
-  const std::vector<std::string> badIds = {
-      "01.-.1.a", "1.M.1.a",   "1.m.0.a",   "1.m.1.",   "1.m.1",      "1.m.1.a%2", "1.m.1.a%7E",
-      "1.m.1.a%0a", "1.m.1.a b", "-1.-.1.a", "+1.-.1.a", "1.xxs.1.a", "18446744073709551616.-.1.a"};
+  const std::vector<std::string> badIds = {"01.-.1.a",
+                                           "1.M.1.a",
+                                           "1.m.0.a",
+                                           "1.m.1.",
+                                           "1.m.1",
+                                           "1.m.1.a%2",
+                                           "1.m.1.a%7E",
+                                           "1.m.1.a%0a",
+                                           "1.m.1.a b",
+                                           "-1.-.1.a",
+                                           "+1.-.1.a",
+                                           "1.xxs.1.a",
+                                           "18446744073709551616.-.1.a"};
   std::string document = R"(<xliff xmlns="urn:oasis:names:tc:xliff:document:1.2">
 <file original="x"><body><trans-unit id="1.-.1.a"><target>t</target></trans-unit></body></file>
 <file target-language="de"><body><trans-unit id="1.-.1.a"><target>t</target></trans-unit></body></file>
@@ -214,14 +230,18 @@ TEST(XliffImport, ReportsEachUnitThatYieldsNoTextAtItsPlace) {
       ElementsAre(
           "a b@1/-/de-DE 'fine' x.xlf:13:30",
           "language x.xlf:2:1: the file has no target-language: its units yield no texts",
-          "language x.xlf:3:1: target-language 'de' is not a language of the store (ll-CC): its units yield no "
+          "language x.xlf:3:1: target-language 'de' is not a language of the store (ll-CC): its units yield "
+          "no "
           "texts",
           "untranslated x.xlf:5:1: unit 'none' has no translation",
           "untranslated x.xlf:6:30: unit 'empty' has an empty translation",
           "untranslated x.xlf:7:28: unit 'new' is not translated: its target's state is 'new'",
-          "untranslated x.xlf:8:30: unit 'needs' is not translated: its target's state is 'needs-translation'",
-          "markup x.xlf:9:36: the translation of unit 'g' holds the element 'g': a text holds characters only",
-          "markup x.xlf:10:34: the translation of unit 'x' holds the element 'x': a text holds characters only",
+          "untranslated x.xlf:8:30: unit 'needs' is not translated: its target's state is "
+          "'needs-translation'",
+          "markup x.xlf:9:36: the translation of unit 'g' holds the element 'g': a text holds characters "
+          "only",
+          "markup x.xlf:10:34: the translation of unit 'x' holds the element 'x': a text holds characters "
+          "only",
           "lines x.xlf:11:30: the translation of unit 'lines' has 1 line where the source has 2 lines"));
   ASSERT_EQ(found.size(), 11 + badIds.size());
   EXPECT_EQ(found[10], "id x.xlf:12:1: the unit has no id");
@@ -238,8 +258,9 @@ TEST(XliffImport, AFileThatIsNotXliffIsAFileProblem) {
   };
   EXPECT_EQ(first("<xliff>\n<file></xliff>"),
             "x.xlf:2:15: malformed XML: Opening and ending tag mismatch: file line 2 and xliff");
-  EXPECT_EQ(first("<html><file/></html>"), "x.xlf:1:1: not an XLIFF 1.2 file: the root element is 'html' in no "
-                                           "namespace");
+  EXPECT_EQ(first("<html><file/></html>"),
+            "x.xlf:1:1: not an XLIFF 1.2 file: the root element is 'html' in no "
+            "namespace");
   EXPECT_EQ(first("<?xml version='1.0'?>\n <xliff xmlns='urn:oasis:names:tc:xliff:document:2.0'/>"),
             "x.xlf:2:2: not an XLIFF 1.2 file: the root element is 'xliff' in the namespace "
             "'urn:oasis:names:tc:xliff:document:2.0'");
