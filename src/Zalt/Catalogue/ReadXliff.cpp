@@ -17,7 +17,7 @@ using Tovra::Locale::LanguageTag;
 using Tovra::Locale::Utf8;
 
 // What an open element is to the reader; everything else is Other.
-enum class Role : char { Other, File, Unit, Target, InTarget };
+enum class Role : char { Other, Unit, Target, InTarget };
 
 // A unit until its end tag.
 struct PendingUnit {
@@ -70,7 +70,6 @@ private:
     } else if (!isXliff(element.xmlNamespace)) {
       // An extension of a tool: nothing of the texts.
     } else if (element.name == "file") {
-      role = Role::File;
       beginFile(element);
     } else if (element.name == "trans-unit" && m_fileUsable) {
       role = Role::Unit;
@@ -87,8 +86,6 @@ private:
     m_roles.pop_back();
     if (role == Role::Unit) {
       endUnit();
-    } else if (role == Role::File) {
-      m_fileUsable = false;
     }
   }
 
