@@ -17,13 +17,14 @@ using Tovra::Locale::LanguageTag;
 using Tovra::Locale::Utf8;
 
 // What an open element is to the reader; everything else is Other.
-enum class Role : char { Other, File, Unit, Target, InTarget };
+enum class Role : char { Other, Unit, Target, InTarget };
 
 // A unit until its end tag.
 struct PendingUnit {
   Place place;
-  std::optional<std::string> id;
   std::optional<Private::UnitKey> key;
+  // The id where it does not decode, for the message.
+  std::optional<std::string> undecodedId;
   bool hasTarget = false;
   Place targetPlace{};
   std::string state;
@@ -68,13 +69,12 @@ private:
       }
     } else if (!isXliff(element.xmlNamespace)) {
       // An extension of a tool: nothing of the texts.
-    } else if (element.name == "file" && m_roles.size() == 1) {
-      role = Role::File;
+    } else if (element.name == "file") {
       beginFile(element);
-    } else if (element.name == "trans-unit" && m_fileUsable && !m_inUnit) {
+    } else if (element.name == "trans-unit" && m_fileUsable) {
       role = Role::Unit;
       beginUnit(element);
-    } else if (element.name == "target" && parent == Role::Unit && !m_unit.hasTarget) {
+    } else if (element.name == "target" && parent == Role::Unit) {
       role = Role::Target;
       beginTarget(element);
     }
@@ -85,10 +85,7 @@ private:
     const Role role = m_roles.back();
     m_roles.pop_back();
     if (role == Role::Unit) {
-      m_inUnit = false;
       endUnit();
-    } else if (role == Role::File) {
-      m_fileUsable = false;
     }
   }
 
@@ -125,47 +122,55 @@ private:
   }
 
   void beginUnit(const Element& element) {
-    m_inUnit = true;
-    m_unit = PendingUnit{placeOf(markupStart()), {}, {}, false, {}, {}, {}, {}};
+    // The target's room is kept from unit to unit, so that most need no allocation.
+    m_unit.place = placeOf(markupStart());
+    m_unit.key.reset();
+    m_unit.undecodedId.reset();
+    m_unit.hasTarget = false;
+    m_unit.target.clear();
+    m_unit.markup.reset();
     if (const auto id = element.attribute("id")) {
-      m_unit.id = std::string(*id);
       m_unit.key = Private::decodeUnitId(*id);
+      if (!m_unit.key) {
+        m_unit.undecodedId = std::string(*id);
+      }
     }
   }
 
   void beginTarget(const Element& element) {
     m_unit.hasTarget = true;
     m_unit.targetPlace = placeOf(markupStart());
-    m_unit.state = std::string(element.attribute("state").value_or(""));
+    m_unit.state = element.attribute("state").value_or("");
   }
 
   void endUnit() {
     PendingUnit& unit = m_unit;
     if (!unit.key) {
       find(Finding::Kind::Id, unit.place,
-           unit.id ? "unit id " + quoted(*unit.id) + " is not of the form VERSION.WIDTH.LINES.REFERENCE"
-                   : std::string("the unit has no id"));
+           unit.undecodedId
+               ? "unit id " + quoted(*unit.undecodedId) + " is not of the form VERSION.WIDTH.LINES.REFERENCE"
+               : std::string("the unit has no id"));
       return;
     }
-    const std::string unitName = "unit " + quoted(unit.key->ref);
+    const auto unitName = [&unit] { return "unit " + quoted(unit.key->ref); };
     if (!unit.hasTarget) {
-      find(Finding::Kind::Untranslated, unit.place, unitName + " has no translation");
+      find(Finding::Kind::Untranslated, unit.place, unitName() + " has no translation");
     } else if (unit.state == "new" || unit.state == "needs-translation") {
       find(Finding::Kind::Untranslated, unit.targetPlace,
-           unitName + " is not translated: its target's state is " + quoted(unit.state));
+           unitName() + " is not translated: its target's state is " + quoted(unit.state));
     } else if (unit.markup) {
       find(Finding::Kind::Markup, unit.markup->second,
-           "the translation of " + unitName + " holds the element " + quoted(unit.markup->first) +
+           "the translation of " + unitName() + " holds the element " + quoted(unit.markup->first) +
                ": a text holds characters only");
     } else if (unit.target.empty()) {
-      find(Finding::Kind::Untranslated, unit.targetPlace, unitName + " has an empty translation");
+      find(Finding::Kind::Untranslated, unit.targetPlace, unitName() + " has an empty translation");
     } else {
       addText(unit);
     }
   }
 
   void addText(PendingUnit& unit) {
-    Utf8 text(std::move(unit.target));
+    Utf8 text(unit.target);
     const std::uint32_t lines = Localization::Impl::numberOfLineBreaks(text) + 1;
     if (lines != unit.key->lines) {
       find(Finding::Kind::Lines, unit.targetPlace,
@@ -180,6 +185,16 @@ private:
          0, unit.targetPlace.line, unit.targetPlace.column});
   }
 
+  // The texts' room is taken once, by how densely the first chunk holds
+  // units: growing to a hundred thousand texts would move them all some
+  // seventeen times into fresh memory.
+  void firstChunkFed(std::size_t fileSize, std::size_t readSoFar) override {
+    std::vector<CatalogueText>& texts = m_import.catalogue.texts;
+    if (fileSize > readSoFar && !texts.empty()) {
+      texts.reserve(texts.size() * (fileSize / readSoFar + 1));
+    }
+  }
+
   void find(Finding::Kind kind, Place place, std::string message) {
     m_import.findings.push_back({kind, {fileName(), place.line, place.column}, std::move(message)});
   }
@@ -187,7 +202,6 @@ private:
   std::vector<Role> m_roles;
   bool m_fileUsable = false;
   LanguageTag m_language;
-  bool m_inUnit = false;
   PendingUnit m_unit;
   XliffImport m_import;
 };

@@ -5,11 +5,11 @@
 #include <Zalt/Catalogue/WriteCatalogue.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
-#include <algorithm>
 #include <array>
+#include <functional>
 #include <sstream>
 #include <stdexcept>
-#include <tuple>
+#include <unordered_map>
 
 namespace Zalt {
 namespace Catalogue {
@@ -19,19 +19,36 @@ using Tovra::Locale::LanguageTag;
 using Tovra::Mdib::LocalizedText;
 using Tovra::Mdib::LocalizedTextWidth;
 
-// A kept text with the key under which the store files it, but for its language.
-struct KeyedText {
-  const LocalizedText* text;
+// The key under which the store files a kept text, but for its language.
+struct TextKey {
+  std::string_view ref;
+  std::uint64_t version;
+  boost::optional<LocalizedTextWidth> width;
   std::uint32_t lines;
 
-  auto key() const {
-    return std::make_tuple(std::string_view(text->ref().get().value()), text->version()->get(),
-                           text->textWidth(), lines);
+  bool operator==(const TextKey& other) const {
+    return ref == other.ref && version == other.version && width == other.width && lines == other.lines;
   }
 };
 
+// Texts of one reference differ in the rest of the key, which the hash mixes in.
+struct TextKeyHash {
+  std::size_t operator()(const TextKey& key) const {
+    const std::size_t rest = key.version * 64 + std::size_t{key.lines} * 8 +
+                             (key.width ? 1 + static_cast<std::size_t>(*key.width) : 0);
+    return std::hash<std::string_view>()(key.ref) ^ (rest * 0x9E3779B97F4A7C15U);
+  }
+};
+
+struct KeyedText {
+  const LocalizedText* text;
+  TextKey key;
+};
+
 KeyedText keyed(const LocalizedText& text) {
-  return {&text, Localization::Impl::numberOfLineBreaks(text.text()) + 1};
+  return {&text,
+          {text.ref().get().value(), text.version()->get(), text.textWidth(),
+           Localization::Impl::numberOfLineBreaks(text.text()) + 1}};
 }
 
 void requireStoreLanguage(const LanguageTag& language, const char* role) {
@@ -56,8 +73,7 @@ public:
       std::ostringstream note;
       note << "Width " << token.first << " (" << token.second << "): ";
       if (const auto limit = narrowCharactersPerLine(token.second)) {
-        note << "a line holds at most " << *limit
-             << " narrow characters; a wide character (East Asian Wide or Fullwidth) counts as two. ";
+        note << "at most " << *limit << " narrow characters a line, a wide one counting as two. ";
       } else {
         note << "no limit to a line. ";
       }
@@ -74,6 +90,15 @@ private:
   std::array<std::string, 6> m_notes;
 };
 
+constexpr std::string_view footer = "    </body>\n  </file>\n</xliff>\n";
+
+// A unit's size where nothing needs escaping: its markup and note, the
+// reference twice, and the texts.
+std::size_t unitSize(const LocalizedText& source, const LocalizedText* translation) {
+  return 320 + 2 * source.ref().get().value().size() + source.text().value().size() +
+         (translation != nullptr ? translation->text().value().size() : 0);
+}
+
 void appendContent(std::string& out, const LocalizedText& text) {
   Private::requireXmlText(text.text().value(), "content", text);
   Private::appendEscaped(out, text.text().value(), false);
@@ -84,10 +109,8 @@ void appendUnit(std::string& out, const KeyedText& source, const LocalizedText* 
   const LocalizedText& text = *source.text;
   const std::string& ref = text.ref().get().value();
   Private::requireXmlText(ref, "Ref", text);
-  std::string id;
-  Private::appendUnitId(id, {ref, text.version()->get(), text.textWidth(), source.lines});
   out += "      <trans-unit id=\"";
-  Private::appendEscaped(out, id, true);
+  Private::appendUnitId(out, ref, source.key.version, source.key.width, source.key.lines);
   out += "\" resname=\"";
   Private::appendEscaped(out, ref, true);
   out += R"(" xml:space="preserve")";
@@ -102,8 +125,8 @@ void appendUnit(std::string& out, const KeyedText& source, const LocalizedText* 
     appendContent(out, *translation);
     out += "</target>\n";
   }
-  out += "        <note>" + notes.of(text.textWidth()) + "Exactly " + std::to_string(source.lines) +
-         (source.lines == 1 ? " line.</note>\n" : " lines.</note>\n");
+  out += "        <note>" + notes.of(text.textWidth()) + "Exactly " + std::to_string(source.key.lines) +
+         (source.key.lines == 1 ? " line.</note>\n" : " lines.</note>\n");
   out += "      </trans-unit>\n";
 }
 
@@ -117,17 +140,16 @@ std::string writeXliff(const Catalogue& catalogue, const CatalogueCheck& check, 
     throw std::invalid_argument("the original '" + original + "' is not UTF-8 that an XML file can carry");
   }
   std::vector<KeyedText> sources;
-  std::vector<KeyedText> translations;
+  // Hashed: sorting them would cost more than all the writing at a hundred thousand texts.
+  std::unordered_map<TextKey, const LocalizedText*, TextKeyHash> translations;
   for (const std::size_t index : check.kept) {
     const LocalizedText& text = catalogue.texts.at(index).text;
     if (*text.lang() == from) {
       sources.push_back(keyed(text));
     } else if (*text.lang() == to) {
-      translations.push_back(keyed(text));
+      translations.emplace(keyed(text).key, &text);
     }
   }
-  const auto byKey = [](const KeyedText& lhs, const KeyedText& rhs) { return lhs.key() < rhs.key(); };
-  std::sort(translations.begin(), translations.end(), byKey);
 
   std::string out = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<xliff xmlns=\"";
   out += xliffNamespace;
@@ -135,13 +157,22 @@ std::string writeXliff(const Catalogue& catalogue, const CatalogueCheck& check, 
   Private::appendEscaped(out, original, true);
   out += "\" source-language=\"" + from.tag() + "\" target-language=\"" + to.tag() +
          "\" datatype=\"plaintext\">\n    <body>\n";
-  const WidthNotes notes;
+  std::vector<const LocalizedText*> targets;
+  targets.reserve(sources.size());
+  std::size_t size = out.size();
   for (const KeyedText& source : sources) {
-    const auto match = std::lower_bound(translations.begin(), translations.end(), source, byKey);
-    const bool translated = match != translations.end() && match->key() == source.key();
-    appendUnit(out, source, translated ? match->text : nullptr, notes);
+    const auto match = translations.find(source.key);
+    targets.push_back(match != translations.end() ? match->second : nullptr);
+    size += unitSize(*source.text, targets.back());
   }
-  out += "    </body>\n  </file>\n</xliff>\n";
+  // Growing a document of a hundred thousand units would copy it some twenty
+  // times over; its size is known closely enough beforehand.
+  out.reserve(size + footer.size());
+  const WidthNotes notes;
+  for (std::size_t index = 0; index < sources.size(); ++index) {
+    appendUnit(out, sources[index], targets[index], notes);
+  }
+  out += footer;
   return out;
 }
 

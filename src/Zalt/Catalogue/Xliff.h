@@ -2,17 +2,17 @@
 // translators as an XLIFF 1.2 document, which their tools open and save, and
 // their translations read back as a catalogue of the target language.
 //
-//   const Zalt::Catalogue::Catalogue catalogue = Zalt::Catalogue::readCatalogueFiles({"en.xml", "de.xml"});
-//   const std::string xliff = Zalt::Catalogue::writeXliff(catalogue,
-//   Zalt::Catalogue::checkCatalogue(catalogue),
-//       Tovra::Locale::LanguageTag("en-US"), Tovra::Locale::LanguageTag("de-DE"), "en.xml de.xml");
+//   using namespace Zalt::Catalogue;
+//   const Catalogue catalogue = readCatalogueFiles({"en.xml", "de.xml"});
+//   const Tovra::Locale::LanguageTag english("en-US");
+//   const Tovra::Locale::LanguageTag german("de-DE");
+//   const std::string xliff = writeXliff(catalogue, checkCatalogue(catalogue), english, german, "texts");
 //   // ... translated, then saved as de.xlf ...
-//   const Zalt::Catalogue::XliffImport translated = Zalt::Catalogue::readXliffFile("de.xlf");
-//   for (const Zalt::Catalogue::Finding& finding : translated.findings) {
-//     std::cerr << Zalt::Catalogue::placed(finding) << '\n';
+//   const XliffImport translated = readXliffFile("de.xlf");
+//   for (const Finding& finding : translated.findings) {
+//     std::cerr << placed(finding) << '\n';  // de.xlf:12:7: unit 'alarm.hr.high' has no translation
 //   }
-//   const std::string german =
-//   Zalt::Catalogue::writeCatalogue(Zalt::Catalogue::mdibTexts(translated.catalogue.texts));
+//   const std::string germanFile = writeCatalogue(mdibTexts(translated.catalogue.texts));
 //
 // Each text goes out as one unit, in the XLIFF 1.2 namespace:
 //
@@ -30,9 +30,10 @@
 //
 // VERSION and LINES in decimal without leading zeros, WIDTH one of the tokens
 // xs, s, m, l, xl, xxl or "-" for a text without a width, and REFERENCE last,
-// whole, with each '%', space, control character (U+0000 to U+001F) and DEL
-// written as '%' and two upper-case hex digits: "7.-.2.menu%20title" is the
-// two-line text of reference "menu title" in version 7 without a width.
+// whole, with each byte of a space, a control character (U+0000 to U+001F),
+// DEL, % & < > " and ' written as '%' and two upper-case hex digits:
+// "7.-.2.menu%20title" is the two-line text of reference "menu title" in
+// version 7 without a width.
 // Reading takes an id only as writeXliff writes it; any other is a finding.
 #pragma once
 
@@ -48,6 +49,7 @@
 namespace Zalt {
 namespace Catalogue {
 
+// The namespace that writeXliff writes; readXliff also reads elements in none.
 inline constexpr std::string_view xliffNamespace = "urn:oasis:names:tc:xliff:document:1.2";
 
 // One XLIFF 1.2 document, UTF-8, with one file element (source-language

@@ -2,6 +2,7 @@
 
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
+#include <algorithm>
 #include <charconv>
 
 namespace Zalt {
@@ -13,8 +14,12 @@ constexpr char noWidth[] = "-";
 constexpr char hexDigits[] = "0123456789ABCDEF";
 
 // White space and controls, which tools trim, fold or break lines at in an
-// id, and the escape character itself.
-bool isEscaped(unsigned char byte) { return byte <= 0x20 || byte == 0x7F || byte == '%'; }
+// id, what XML escapes, which a tool may leave escaped, and the escape
+// character itself.
+bool isEscaped(unsigned char byte) {
+  return byte <= 0x20 || byte == 0x7F || byte == '%' || byte == '&' || byte == '<' || byte == '>' ||
+         byte == '"' || byte == '\'';
+}
 
 // The text up to the next '.', which `rest` then starts after.
 std::optional<std::string_view> field(std::string_view& rest) {
@@ -27,10 +32,11 @@ std::optional<std::string_view> field(std::string_view& rest) {
   return value;
 }
 
+// Decimal digits as written: no sign, no leading zero, no overflow.
 template <typename Number>
 std::optional<Number> number(std::optional<std::string_view> text) {
   Number value = 0;
-  if (!text) {
+  if (!text || text->empty() || ((*text)[0] == '0' && text->size() > 1)) {
     return std::nullopt;
   }
   const auto parsed = std::from_chars(text->data(), text->data() + text->size(), value);
@@ -40,35 +46,44 @@ std::optional<Number> number(std::optional<std::string_view> text) {
   return value;
 }
 
+int upperHexValue(char digit) {
+  const char* const found = std::find(hexDigits, hexDigits + 16, digit);
+  return found != hexDigits + 16 ? static_cast<int>(found - hexDigits) : -1;
+}
+
+// The reference, where every byte that must be escaped is, and no other.
 std::optional<std::string> unescaped(std::string_view escaped) {
   std::string ref;
   ref.reserve(escaped.size());
   for (std::size_t at = 0; at < escaped.size(); ++at) {
-    if (escaped[at] != '%') {
-      ref += escaped[at];
-      continue;
-    }
-    unsigned int byte = 0;
-    const char* const digits = escaped.data() + at + 1;
-    if (at + 2 >= escaped.size() || std::from_chars(digits, digits + 2, byte, 16).ptr != digits + 2) {
+    auto byte = static_cast<unsigned char>(escaped[at]);
+    if (byte == '%') {
+      const int high = at + 2 < escaped.size() ? upperHexValue(escaped[at + 1]) : -1;
+      const int low = high >= 0 ? upperHexValue(escaped[at + 2]) : -1;
+      if (low < 0 || !isEscaped(static_cast<unsigned char>(high * 16 + low))) {
+        return std::nullopt;
+      }
+      byte = static_cast<unsigned char>(high * 16 + low);
+      at += 2;
+    } else if (isEscaped(byte)) {
       return std::nullopt;
     }
     ref += static_cast<char>(byte);
-    at += 2;
   }
   return ref;
 }
 
 }  // namespace
 
-void appendUnitId(std::string& out, const UnitKey& key) {
-  out += std::to_string(key.version);
+void appendUnitId(std::string& out, std::string_view ref, std::uint64_t version,
+                  const boost::optional<Tovra::Mdib::LocalizedTextWidth>& width, std::uint32_t lines) {
+  out += std::to_string(version);
   out += '.';
-  out += key.width ? textWidthToken(*key.width) : noWidth;
+  out += width ? textWidthToken(*width) : noWidth;
   out += '.';
-  out += std::to_string(key.lines);
+  out += std::to_string(lines);
   out += '.';
-  for (const char c : key.ref) {
+  for (const char c : ref) {
     const auto byte = static_cast<unsigned char>(c);
     if (isEscaped(byte)) {
       out += '%';
@@ -80,9 +95,6 @@ void appendUnitId(std::string& out, const UnitKey& key) {
   }
 }
 
-// Decoding is lenient where parsing is simplest (leading zeros, lower-case
-// hex, unescaped bytes); writing the key again and comparing then refuses
-// every id that is not exactly the one written.
 std::optional<UnitKey> decodeUnitId(std::string_view id) {
   std::string_view rest = id;
   const auto version = number<std::uint64_t>(field(rest));
@@ -96,13 +108,7 @@ std::optional<UnitKey> decodeUnitId(std::string_view id) {
   if ((!width && *widthToken != noWidth) || !ref) {
     return std::nullopt;
   }
-  UnitKey key{std::move(*ref), *version, width, *lines};
-  std::string again;
-  appendUnitId(again, key);
-  if (again != id) {
-    return std::nullopt;
-  }
-  return key;
+  return UnitKey{std::move(*ref), *version, width, *lines};
 }
 
 }  // namespace Private

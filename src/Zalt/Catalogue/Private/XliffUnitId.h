@@ -4,7 +4,7 @@
 // the form:
 //
 //   std::string id;
-//   Private::appendUnitId(id, {"alarm hr", 2, LocalizedTextWidth::Medium, 1});  // "2.m.1.alarm%20hr"
+//   Private::appendUnitId(id, "alarm hr", 2, LocalizedTextWidth::Medium, 1);  // "2.m.1.alarm%20hr"
 //   Private::decodeUnitId(id);  // the same key; none for "02.m.1.alarm%20hr"
 #pragma once
 
@@ -28,8 +28,10 @@ struct UnitKey {
   std::uint32_t lines;
 };
 
-// Appends the id of `key`, whose width is none or one of the six classes.
-void appendUnitId(std::string& out, const UnitKey& key);
+// Appends the id of a text's key, whose width is none or one of the six
+// classes. The id holds no character that XML would need escaped.
+void appendUnitId(std::string& out, std::string_view ref, std::uint64_t version,
+                  const boost::optional<Tovra::Mdib::LocalizedTextWidth>& width, std::uint32_t lines);
 
 // The key whose id `id` is, exactly as appendUnitId writes it; none for any
 // other text, also one that would decode to an empty reference or no line.
