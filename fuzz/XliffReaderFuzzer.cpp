@@ -31,7 +31,8 @@ std::int32_t numberOfLines(const std::string& bytes) {
 
 void checkLine(const SourceLocation& location, std::int32_t lines, const char* what) {
   FUZZ_CHECK(location.file == "fuzz.xlf", what << " located in " << location.file);
-  FUZZ_CHECK(location.line >= 0 && location.line <= lines, what << " at line " << location.line << " of " << lines);
+  FUZZ_CHECK(location.line >= 0 && location.line <= lines,
+             what << " at line " << location.line << " of " << lines);
 }
 
 // A language that no text of `catalogue` has, if one of a few is free.
@@ -56,18 +57,21 @@ void checkExportedAgain(const Zalt::Catalogue::Catalogue& catalogue) {
     return;
   }
   const Tovra::Locale::LanguageTag language = *catalogue.texts[check.kept.front()].text.lang();
-  const std::size_t units = static_cast<std::size_t>(std::count_if(
-      check.kept.begin(), check.kept.end(),
-      [&](std::size_t index) { return *catalogue.texts[index].text.lang() == language; }));
+  const std::size_t units =
+      static_cast<std::size_t>(std::count_if(check.kept.begin(), check.kept.end(), [&](std::size_t index) {
+        return *catalogue.texts[index].text.lang() == language;
+      }));
   const std::string xliff = Zalt::Catalogue::writeXliff(catalogue, check, language, *other, "fuzz.xml");
   try {
     const Zalt::Catalogue::XliffImport again = Zalt::Catalogue::readXliff(xliff, "again.xlf");
-    FUZZ_CHECK(again.catalogue.texts.empty(), again.catalogue.texts.size() << " texts from units without targets");
-    FUZZ_CHECK(again.findings.size() == units, again.findings.size() << " findings for " << units << " units");
+    FUZZ_CHECK(again.catalogue.texts.empty(), again.catalogue.texts.size()
+                                                  << " texts from units without targets");
+    FUZZ_CHECK(again.findings.size() == units, again.findings.size()
+                                                   << " findings for " << units << " units");
     for (const Finding& finding : again.findings) {
-      FUZZ_CHECK(finding.kind == Finding::Kind::Untranslated, "a unit exported comes back as: " << finding.message
-                                                                                               << "\n"
-                                                                                               << xliff);
+      FUZZ_CHECK(finding.kind == Finding::Kind::Untranslated,
+                 "a unit exported comes back as: " << finding.message << "\n"
+                                                   << xliff);
     }
   } catch (const Zalt::Catalogue::CatalogueError& error) {
     FUZZ_CHECK(false, "the export cannot be read: " << error.what() << "\n" << xliff);
@@ -97,7 +101,8 @@ extern "C" int LLVMFuzzerTestOneInput(  // NOLINT(readability-identifier-naming)
     checkExportedAgain(imported.catalogue);
   } catch (const Zalt::Catalogue::CatalogueError& error) {
     FUZZ_CHECK(!error.problems().empty(), "an error without problems");
-    FUZZ_CHECK(std::string(error.what()).rfind("fuzz.xlf:", 0) == 0, "message without the file: " << error.what());
+    FUZZ_CHECK(std::string(error.what()).rfind("fuzz.xlf:", 0) == 0,
+               "message without the file: " << error.what());
   }
   return 0;
 }
