@@ -205,7 +205,9 @@ TEST(XliffImport, ReportsEachUnitThatYieldsNoTextAtItsPlace) {
                                            "-1.-.1.a",
                                            "+1.-.1.a",
                                            "1.xxs.1.a",
-                                           "18446744073709551616.-.1.a"};
+                                           "18446744073709551616.-.1.a",
+                                           "1.m.1.a%12",
+                                           "1.m.1.a%FF"};
   std::string document = R"(<xliff xmlns="urn:oasis:names:tc:xliff:document:1.2">
 <file original="x"><body><trans-unit id="1.-.1.a"><target>t</target></trans-unit></body></file>
 <file target-language="de"><body><trans-unit id="1.-.1.a"><target>t</target></trans-unit></body></file>

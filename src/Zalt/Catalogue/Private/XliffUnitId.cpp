@@ -1,4 +1,5 @@
 #include <Zalt/Catalogue/Private/XliffUnitId.h>
+#include <Zalt/Catalogue/Private/XmlWriting.h>
 
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
@@ -105,7 +106,9 @@ std::optional<UnitKey> decodeUnitId(std::string_view id) {
   }
   const auto width = textWidthFromToken(std::string(*widthToken));
   auto ref = unescaped(rest);
-  if ((!width && *widthToken != noWidth) || !ref) {
+  // An escaped byte may stand for what no catalogue file can carry (%12, or
+  // %FF alone), and the text would then fail only when it is written.
+  if ((!width && *widthToken != noWidth) || !ref || !isXmlText(*ref)) {
     return std::nullopt;
   }
   return UnitKey{std::move(*ref), *version, width, *lines};
