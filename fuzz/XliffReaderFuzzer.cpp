@@ -57,7 +57,7 @@ void checkExportedAgain(const Zalt::Catalogue::Catalogue& catalogue) {
     return;
   }
   const Tovra::Locale::LanguageTag language = *catalogue.texts[check.kept.front()].text.lang();
-  const std::size_t units =
+  const auto units =
       static_cast<std::size_t>(std::count_if(check.kept.begin(), check.kept.end(), [&](std::size_t index) {
         return *catalogue.texts[index].text.lang() == language;
       }));
