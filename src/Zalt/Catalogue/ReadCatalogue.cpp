@@ -169,30 +169,18 @@ private:
   Catalogue m_catalogue;
 };
 
-Catalogue readStream(std::FILE* stream, const std::string& name, std::size_t expectedSize) {
-  DocumentReader reader(name, expectedSize);
-  reader.readStream(stream);
-  return std::move(reader).finish();
-}
-
-Catalogue readStandardInput() { return readStream(Private::binaryStandardInput(), standardInputName, 0); }
-
 }  // namespace
 
 Catalogue readCatalogue(std::string_view content, const std::string& fileName) {
-  DocumentReader reader(fileName, content.size());
-  reader.readAll(content);
-  return std::move(reader).finish();
+  return Private::readDocument<DocumentReader>(content, fileName);
 }
 
 Catalogue readCatalogueFile(const std::string& path) {
-  std::size_t size = 0;
-  const Private::File file = Private::openFile(path, size);
-  return readStream(file.get(), path, size);
+  return Private::readDocumentFile<DocumentReader>(path);
 }
 
 Catalogue readCatalogueFiles(const std::vector<std::string>& paths) {
-  return Private::readFiles<Catalogue>(paths, readCatalogueFile, readStandardInput);
+  return Private::readDocumentFiles<DocumentReader>(paths);
 }
 
 }  // namespace Catalogue

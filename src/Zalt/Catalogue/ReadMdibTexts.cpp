@@ -119,14 +119,6 @@ private:
   MdibTexts m_texts;
 };
 
-MdibTexts readStream(std::FILE* stream, const std::string& name, std::size_t expectedSize) {
-  MdibReader reader(name, expectedSize);
-  reader.readStream(stream);
-  return std::move(reader).finish();
-}
-
-MdibTexts readStandardInput() { return readStream(Private::binaryStandardInput(), standardInputName, 0); }
-
 }  // namespace
 
 void MdibTexts::append(MdibTexts&& other) {
@@ -145,19 +137,13 @@ SourceLocation MdibTexts::location(const MdibTextUse& use) const {
 }
 
 MdibTexts readMdibTexts(std::string_view content, const std::string& fileName) {
-  MdibReader reader(fileName, content.size());
-  reader.readAll(content);
-  return std::move(reader).finish();
+  return Private::readDocument<MdibReader>(content, fileName);
 }
 
-MdibTexts readMdibTextsFile(const std::string& path) {
-  std::size_t size = 0;
-  const Private::File file = Private::openFile(path, size);
-  return readStream(file.get(), path, size);
-}
+MdibTexts readMdibTextsFile(const std::string& path) { return Private::readDocumentFile<MdibReader>(path); }
 
 MdibTexts readMdibTextsFiles(const std::vector<std::string>& paths) {
-  return Private::readFiles<MdibTexts>(paths, readMdibTextsFile, readStandardInput);
+  return Private::readDocumentFiles<MdibReader>(paths);
 }
 
 }  // namespace Catalogue

@@ -206,14 +206,6 @@ private:
   XliffImport m_import;
 };
 
-XliffImport readStream(std::FILE* stream, const std::string& name, std::size_t expectedSize) {
-  XliffReader reader(name, expectedSize);
-  reader.readStream(stream);
-  return std::move(reader).finish();
-}
-
-XliffImport readStandardInput() { return readStream(Private::binaryStandardInput(), standardInputName, 0); }
-
 }  // namespace
 
 void XliffImport::append(XliffImport&& other) {
@@ -223,19 +215,13 @@ void XliffImport::append(XliffImport&& other) {
 }
 
 XliffImport readXliff(std::string_view content, const std::string& fileName) {
-  XliffReader reader(fileName, content.size());
-  reader.readAll(content);
-  return std::move(reader).finish();
+  return Private::readDocument<XliffReader>(content, fileName);
 }
 
-XliffImport readXliffFile(const std::string& path) {
-  std::size_t size = 0;
-  const Private::File file = Private::openFile(path, size);
-  return readStream(file.get(), path, size);
-}
+XliffImport readXliffFile(const std::string& path) { return Private::readDocumentFile<XliffReader>(path); }
 
 XliffImport readXliffFiles(const std::vector<std::string>& paths) {
-  return Private::readFiles<XliffImport>(paths, readXliffFile, readStandardInput);
+  return Private::readDocumentFiles<XliffReader>(paths);
 }
 
 }  // namespace Catalogue

@@ -34,6 +34,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Zalt {
@@ -171,17 +172,45 @@ File openFile(const std::string& path, std::size_t& size);
 // Standard input, switched to binary mode where the system distinguishes it.
 std::FILE* binaryStandardInput();
 
-// Reads `paths` in order ("-" is standard input) with `readOne` and appends
+// Reads one document held in memory with a `Reader`, a reader derived from
+// XmlDocumentReader that is built from a file name and the document's size
+// and hands its result over by `std::move(reader).finish()`, which throws
+// CatalogueError for the document's problems.
+template <typename Reader>
+auto readDocument(std::string_view content, const std::string& fileName) {
+  Reader reader(fileName, content.size());
+  reader.readAll(content);
+  return std::move(reader).finish();
+}
+
+// Reads `stream` to its end with a `Reader`, naming the document `fileName`.
+template <typename Reader>
+auto readDocument(std::FILE* stream, const std::string& fileName, std::size_t expectedSize) {
+  Reader reader(fileName, expectedSize);
+  reader.readStream(stream);
+  return std::move(reader).finish();
+}
+
+// Reads the file at `path` with a `Reader`.
+template <typename Reader>
+auto readDocumentFile(const std::string& path) {
+  std::size_t size = 0;
+  const File file = openFile(path, size);
+  return readDocument<Reader>(file.get(), path, size);
+}
+
+// Reads `paths` in order ("-" is standard input) with a `Reader` and appends
 // the results; reads every file before it throws CatalogueError with the
 // problems of all that yield nothing.
-template <typename Result, typename ReadOne, typename ReadStandardInput>
-Result readFiles(const std::vector<std::string>& paths, ReadOne readOne,
-                 ReadStandardInput readStandardInput) {
-  Result all;
+template <typename Reader>
+auto readDocumentFiles(const std::vector<std::string>& paths) {
+  static const std::string standardInput = standardInputName;
+  decltype(std::declval<Reader>().finish()) all;
   std::vector<Finding> problems;
   for (const std::string& path : paths) {
     try {
-      Result file = path == "-" ? readStandardInput() : readOne(path);
+      auto file = path == "-" ? readDocument<Reader>(binaryStandardInput(), standardInput, 0)
+                              : readDocumentFile<Reader>(path);
       if (problems.empty()) {
         all.append(std::move(file));
       }
