@@ -138,6 +138,11 @@ private:
   }
 
   void beginTarget(const Element& element) {
+    // Which of two translations the translator meant cannot be told, and
+    // joining them would change the text in silence.
+    if (m_unit.hasTarget) {
+      problem(placeOf(markupStart()), "a second target in one trans-unit, where XLIFF 1.2 allows one");
+    }
     m_unit.hasTarget = true;
     m_unit.targetPlace = placeOf(markupStart());
     m_unit.state = element.attribute("state").value_or("");

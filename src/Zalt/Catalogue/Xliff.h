@@ -92,8 +92,9 @@ struct ZALT_LTSCATALOGUE_EXPORT XliffImport {
 // them: in the XLIFF namespace under any prefix or in none, units at any depth
 // of groups, in several file elements, with attributes and notes dropped.
 // Reads every file before it throws CatalogueError with the problems of all
-// that cannot be read, are not well-formed, or whose root is not an xliff
-// element of version 1.2; read as a catalogue file is.
+// that cannot be read, are not well-formed, whose root is not an xliff
+// element of version 1.2, or that give a unit two targets; read as a
+// catalogue file is.
 ZALT_LTSCATALOGUE_EXPORT XliffImport readXliffFiles(const std::vector<std::string>& paths);
 
 // Reads one file; throws CatalogueError as readXliffFiles does.

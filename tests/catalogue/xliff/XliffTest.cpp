@@ -263,6 +263,9 @@ TEST(XliffImport, AFileThatIsNotXliffIsAFileProblem) {
             "'urn:oasis:names:tc:xliff:document:2.0'");
   EXPECT_EQ(firstProblem("<xliff version='1.1'/>"),
             "x.xlf:1:1: XLIFF version '1.1' is not supported: an XLIFF file is version 1.2");
+  EXPECT_EQ(firstProblem("<xliff><file target-language='it-IT'><trans-unit id='1.-.1.a'>"
+                         "<target>x</target>\n<target>y</target></trans-unit></file></xliff>"),
+            "x.xlf:2:1: a second target in one trans-unit, where XLIFF 1.2 allows one");
 
   const std::string path = (std::filesystem::temp_directory_path() / "zalt-xliff-test.xlf").string();
   std::ofstream(path) << "<xliff><file target-language='it-IT'><trans-unit id='1.-.1.a'/></file></xliff>";
