@@ -103,7 +103,8 @@ int importXliff(const std::vector<std::string>& files, const XliffImportRequest&
     report(imported.problems, 0, request.json);
     return failure;
   }
-  const Zalt::Catalogue::Catalogue& catalogue = imported.xliff.catalogue;
+  Zalt::Catalogue::Catalogue& catalogue = imported.xliff.catalogue;
+  const std::size_t texts = catalogue.texts.size();
   std::vector<Finding> reported = std::move(imported.xliff.findings);
   if (catalogue.texts.empty()) {
     // An empty catalogue would pass for the translation of nothing.
@@ -115,9 +116,10 @@ int importXliff(const std::vector<std::string>& files, const XliffImportRequest&
     // wide for its display is found on the way in, not on the device.
     const Zalt::Catalogue::CatalogueCheck check = Zalt::Catalogue::checkCatalogue(catalogue, request.unit);
     reported.insert(reported.end(), check.findings.begin(), check.findings.end());
-    writeWhole(request.output, Zalt::Catalogue::writeCatalogue(Zalt::Catalogue::mdibTexts(catalogue.texts)));
+    writeWhole(request.output,
+               Zalt::Catalogue::writeCatalogue(Zalt::Catalogue::mdibTexts(std::move(catalogue.texts))));
   }
-  report(reported, catalogue.texts.size(), request.json);
+  report(reported, texts, request.json);
   return reported.empty() ? success : findings;
 }
 

@@ -6,23 +6,10 @@
 # cannot be replaced stays as it was, and no temporary file is left beside it.
 cmake_minimum_required(VERSION 3.25)
 
-function(pseudo expected_status error_text)
-  execute_process(COMMAND ${EMULATOR} ${PROGRAM} pseudo --from en-US --to en-XA ${ARGN}
-    RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
-  if(NOT status STREQUAL expected_status)
-    message(FATAL_ERROR "pseudo ${ARGN} exited with ${status}, expected ${expected_status}:\n${errors}")
-  endif()
-  string(FIND "${errors}" "${error_text}" found)
-  if(found EQUAL -1)
-    message(FATAL_ERROR "pseudo ${ARGN}: standard error does not hold '${error_text}':\n${errors}")
-  endif()
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/../ToolRuns.cmake)
 
-function(require_same actual expected)
-  execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${actual} ${expected} RESULT_VARIABLE differs)
-  if(differs)
-    message(FATAL_ERROR "${actual} is not byte for byte ${expected}")
-  endif()
+function(pseudo expected_status error_text)
+  run_tool(${expected_status} "${error_text}" pseudo --from en-US --to en-XA ${ARGN})
 endfunction()
 
 function(require_no_temporary_files)

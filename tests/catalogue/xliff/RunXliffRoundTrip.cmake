@@ -6,25 +6,12 @@
 # earlier output.
 cmake_minimum_required(VERSION 3.25)
 
-function(tool expected_status)
-  execute_process(COMMAND ${EMULATOR} ${PROGRAM} xliff ${ARGN}
-    RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
-  if(NOT status STREQUAL expected_status)
-    message(FATAL_ERROR "xliff ${ARGN} exited with ${status}, expected ${expected_status}:\n${output}${errors}")
-  endif()
-endfunction()
-
-function(require_same actual expected)
-  execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${actual} ${expected} RESULT_VARIABLE differs)
-  if(differs)
-    message(FATAL_ERROR "${actual} is not byte for byte ${expected}")
-  endif()
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/../ToolRuns.cmake)
 
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
 
-tool(0 export --from en-US --to fr-FR ${SOURCE} -o ${WORK}/fr.xlf)
+run_tool(0 "" xliff export --from en-US --to fr-FR ${SOURCE} -o ${WORK}/fr.xlf)
 # The export names its catalogue as given; the expected file names it from the source root.
 file(READ ${WORK}/fr.xlf exported)
 file(READ ${EXPORTED} expected)
@@ -35,11 +22,11 @@ endif()
 
 string(REGEX REPLACE "<source>([^<]*)</source>" "<source>\\1</source><target>\\1</target>" translated "${exported}")
 file(WRITE ${WORK}/translated.xlf "${translated}")
-tool(0 import ${WORK}/translated.xlf -o ${WORK}/fr.xml)
+run_tool(0 "" xliff import ${WORK}/translated.xlf -o ${WORK}/fr.xml)
 file(READ ${SOURCE} source)
 string(REPLACE "Lang=\"en-US\"" "Lang=\"fr-FR\"" source "${source}")
 file(WRITE ${WORK}/expected-fr.xml "${source}")
 require_same(${WORK}/fr.xml ${WORK}/expected-fr.xml)
 
-tool(2 import ${SOURCE} -o ${WORK}/fr.xml)
+run_tool(2 "" xliff import ${SOURCE} -o ${WORK}/fr.xml)
 require_same(${WORK}/fr.xml ${WORK}/expected-fr.xml)
