@@ -23,7 +23,9 @@
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/MdibCoverage.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
+#include <Zalt/Catalogue/TextMeasure.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
+#include <Zalt/Catalogue/XmlNamespaces.h>
 #include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
 
 #include <benchmark/benchmark.h>

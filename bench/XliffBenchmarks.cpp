@@ -18,8 +18,9 @@
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
+#include <Zalt/Catalogue/ReadXliff.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
-#include <Zalt/Catalogue/Xliff.h>
+#include <Zalt/Catalogue/WriteXliff.h>
 
 #include <benchmark/benchmark.h>
 

@@ -5,8 +5,9 @@
 // carry, and the kept texts, exported again without translations, must come
 // back as exactly that many untranslated units.
 #include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Catalogue/ReadXliff.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
-#include <Zalt/Catalogue/Xliff.h>
+#include <Zalt/Catalogue/WriteXliff.h>
 
 #include "FuzzCheck.h"
 

@@ -1,4 +1,5 @@
-#include <Zalt/Catalogue/WriteCatalogue.h>
+#include <Zalt/Catalogue/PseudoTranslation.h>
+#include <Zalt/Catalogue/TextMeasure.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include <Zalt/Catalogue/WriteCatalogue.h>
+#include <Zalt/Catalogue/TextMeasure.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
 #include <boost/optional/optional_io.hpp>

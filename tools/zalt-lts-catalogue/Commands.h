@@ -6,7 +6,7 @@
 
 #include <Tovra/Mdib/LocalizedTextWidth.h>
 #include <Tovra/Mdib/VersionCounter.h>
-#include <Zalt/Catalogue/WriteCatalogue.h>
+#include <Zalt/Catalogue/TextMeasure.h>
 #include <Zalt/Localization/NumberOfLines.h>
 
 #include <boost/optional.hpp>

@@ -5,7 +5,8 @@
 #include "Terminal.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
-#include <Zalt/Catalogue/WriteCatalogue.h>
+#include <Zalt/Catalogue/TextMeasure.h>
+#include <Zalt/Catalogue/TextWidthTokens.h>
 #include <Zalt/Errors/InternalConsistencyFailure.h>
 #include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
 

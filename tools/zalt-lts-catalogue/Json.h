@@ -4,7 +4,7 @@
 //   printJson({{"texts", 54}, {"findings", findingsJson(findings)}});
 #pragma once
 
-#include <Zalt/Catalogue/Catalogue.h>
+#include <Zalt/Catalogue/Finding.h>
 
 #include <nlohmann/json.hpp>
 

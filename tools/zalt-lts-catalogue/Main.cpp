@@ -13,7 +13,8 @@
 #include "OutputFile.h"
 
 #include <Tovra/Locale/LanguageTag.h>
-#include <Zalt/Catalogue/WriteCatalogue.h>
+#include <Zalt/Catalogue/TextMeasure.h>
+#include <Zalt/Catalogue/TextWidthTokens.h>
 
 #include <CLI/CLI.hpp>
 // CLI11 can show an option's value through operator<<, which boost::optional

@@ -4,6 +4,7 @@
 #include "OutputFile.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Catalogue/PseudoTranslation.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
 #include <algorithm>

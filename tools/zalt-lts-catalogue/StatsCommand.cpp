@@ -5,7 +5,8 @@
 #include "Terminal.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
-#include <Zalt/Catalogue/WriteCatalogue.h>
+#include <Zalt/Catalogue/TextMeasure.h>
+#include <Zalt/Catalogue/TextWidthTokens.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
 #include <iostream>

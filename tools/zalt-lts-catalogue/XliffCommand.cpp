@@ -5,8 +5,9 @@
 #include "OutputFile.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Catalogue/ReadXliff.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
-#include <Zalt/Catalogue/Xliff.h>
+#include <Zalt/Catalogue/WriteXliff.h>
 
 #include <algorithm>
 #include <iostream>

@@ -1,4 +1,4 @@
-#include <Zalt/Catalogue/Catalogue.h>
+#include <Zalt/Catalogue/CatalogueError.h>
 
 #include <string>
 #include <utility>

@@ -1,5 +1,7 @@
 #include <Zalt/Catalogue/CheckCatalogue.h>
 
+#include <Zalt/Catalogue/TextWidthTokens.h>
+#include <Zalt/Catalogue/XmlNamespaces.h>
 #include <Zalt/Errors/InternalConsistencyFailure.h>
 #include <Zalt/Localization/Private/Common/LanguageConsistencyCheck.h>
 #include <Zalt/Localization/Private/Common/LocalizedTextStoreKeyView.h>

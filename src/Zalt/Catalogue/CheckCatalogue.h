@@ -26,7 +26,8 @@
 #include <Tovra/Mdib/LocalizedText.h>
 #include <Zalt/Catalogue/Catalogue.h>
 #include <Zalt/Catalogue/CatalogueExport.h>
-#include <Zalt/Catalogue/WriteCatalogue.h>
+#include <Zalt/Catalogue/Finding.h>
+#include <Zalt/Catalogue/TextMeasure.h>
 
 #include <cstddef>
 #include <vector>

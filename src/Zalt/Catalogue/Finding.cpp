@@ -1,4 +1,4 @@
-#include <Zalt/Catalogue/Catalogue.h>
+#include <Zalt/Catalogue/Finding.h>
 
 namespace Zalt {
 namespace Catalogue {
@@ -48,12 +48,6 @@ std::string placed(const Finding& finding) {
   }
   return text + ' ' + finding.message;
 }
-
-bool operator==(const SourceLocation& lhs, const SourceLocation& rhs) {
-  return lhs.file == rhs.file && lhs.line == rhs.line && lhs.column == rhs.column;
-}
-
-bool operator!=(const SourceLocation& lhs, const SourceLocation& rhs) { return !(lhs == rhs); }
 
 bool operator==(const Finding& lhs, const Finding& rhs) {
   return lhs.kind == rhs.kind && lhs.location == rhs.location && lhs.message == rhs.message;

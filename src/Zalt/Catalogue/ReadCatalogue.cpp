@@ -1,7 +1,8 @@
 #include <Zalt/Catalogue/ReadCatalogue.h>
 
 #include <Zalt/Catalogue/Private/XmlDocumentReader.h>
-#include <Zalt/Catalogue/WriteCatalogue.h>
+#include <Zalt/Catalogue/TextWidthTokens.h>
+#include <Zalt/Catalogue/XmlNamespaces.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -109,7 +110,7 @@ private:
         problem(placeOfValue(begin, m_text.place), Private::badVersionMessage(value));
       }
     } else if (name == "TextWidth") {
-      m_text.width = textWidthFromToken(std::string(Private::collapsed(value)));
+      m_text.width = textWidthFromToken(Private::collapsed(value));
       if (!m_text.width) {
         problem(placeOfValue(begin, m_text.place),
                 "TextWidth '" + std::string(value) + "' is not one of " + textWidthTokenList());

@@ -34,6 +34,7 @@
 #pragma once
 
 #include <Zalt/Catalogue/Catalogue.h>
+#include <Zalt/Catalogue/CatalogueError.h>
 #include <Zalt/Catalogue/CatalogueExport.h>
 
 #include <string>

@@ -1,5 +1,6 @@
-#include <Zalt/Catalogue/MdibCoverage.h>
 #include <Zalt/Catalogue/Private/XmlDocumentReader.h>
+#include <Zalt/Catalogue/ReadMdibTexts.h>
+#include <Zalt/Catalogue/XmlNamespaces.h>
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,5 @@
-#include <Zalt/Catalogue/Xliff.h>
+#include <Zalt/Catalogue/ReadXliff.h>
+#include <Zalt/Catalogue/XmlNamespaces.h>
 
 #include <Zalt/Catalogue/Private/XliffUnitId.h>
 #include <Zalt/Catalogue/Private/XmlDocumentReader.h>

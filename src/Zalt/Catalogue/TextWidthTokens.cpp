@@ -1,4 +1,4 @@
-#include <Zalt/Catalogue/WriteCatalogue.h>
+#include <Zalt/Catalogue/TextWidthTokens.h>
 
 #include <stdexcept>
 
@@ -15,7 +15,7 @@ const std::vector<std::pair<std::string, LocalizedTextWidth>>& textWidthTokens()
   return tokens;
 }
 
-boost::optional<LocalizedTextWidth> textWidthFromToken(const std::string& token) {
+boost::optional<LocalizedTextWidth> textWidthFromToken(std::string_view token) {
   for (const auto& width : textWidthTokens()) {
     if (token == width.first) {
       return width.second;

@@ -2,6 +2,8 @@
 
 #include <Zalt/Catalogue/Catalogue.h>
 #include <Zalt/Catalogue/Private/XmlWriting.h>
+#include <Zalt/Catalogue/TextWidthTokens.h>
+#include <Zalt/Catalogue/XmlNamespaces.h>
 
 namespace Zalt {
 namespace Catalogue {

@@ -1,8 +1,10 @@
-#include <Zalt/Catalogue/Xliff.h>
+#include <Zalt/Catalogue/WriteXliff.h>
+#include <Zalt/Catalogue/XmlNamespaces.h>
 
 #include <Zalt/Catalogue/Private/XliffUnitId.h>
 #include <Zalt/Catalogue/Private/XmlWriting.h>
-#include <Zalt/Catalogue/WriteCatalogue.h>
+#include <Zalt/Catalogue/TextMeasure.h>
+#include <Zalt/Catalogue/TextWidthTokens.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
 #include <array>

@@ -1,6 +1,7 @@
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/MdibCoverage.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
+#include <Zalt/Catalogue/XmlNamespaces.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

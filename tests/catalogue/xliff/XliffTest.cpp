@@ -1,5 +1,6 @@
 #include <Zalt/Catalogue/CheckCatalogue.h>
-#include <Zalt/Catalogue/Xliff.h>
+#include <Zalt/Catalogue/ReadXliff.h>
+#include <Zalt/Catalogue/WriteXliff.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -3,6 +3,7 @@
 // fails the run.
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
+#include <Zalt/Catalogue/TextWidthTokens.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
 #include <iostream>

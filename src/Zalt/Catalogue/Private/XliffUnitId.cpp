@@ -1,7 +1,7 @@
 #include <Zalt/Catalogue/Private/XliffUnitId.h>
 #include <Zalt/Catalogue/Private/XmlWriting.h>
 
-#include <Zalt/Catalogue/WriteCatalogue.h>
+#include <Zalt/Catalogue/TextWidthTokens.h>
 
 #include <algorithm>
 #include <charconv>
@@ -104,7 +104,7 @@ std::optional<UnitKey> decodeUnitId(std::string_view id) {
   if (!version || !widthToken || !lines || *lines == 0 || rest.empty()) {
     return std::nullopt;
   }
-  const auto width = textWidthFromToken(std::string(*widthToken));
+  const auto width = textWidthFromToken(*widthToken);
   auto ref = unescaped(rest);
   // An escaped byte may stand for what no catalogue file can carry (%12, or
   // %FF alone), and the text would then fail only when it is written.

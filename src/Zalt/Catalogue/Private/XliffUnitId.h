@@ -1,6 +1,6 @@
 // Zalt::Catalogue::Private XLIFF unit ids: the key of a text under which a
 // store files it, but for its language, written as the id of the unit that
-// carries the text to translators and brought back from it. Xliff.h documents
+// carries the text to translators and brought back from it. WriteXliff.h documents
 // the form:
 //
 //   std::string id;

@@ -24,6 +24,7 @@
 #pragma once
 
 #include <Zalt/Catalogue/Catalogue.h>
+#include <Zalt/Catalogue/CatalogueError.h>
 
 #include <libxml/parser.h>
 

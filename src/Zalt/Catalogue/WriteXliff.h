@@ -1,6 +1,6 @@
-// Zalt::Catalogue XLIFF exchange: the texts of one language sent to
-// translators as an XLIFF 1.2 document, which their tools open and save, and
-// their translations read back as a catalogue of the target language.
+// Zalt::Catalogue::writeXliff: the texts of one language sent to translators
+// as an XLIFF 1.2 document, which their tools open and save; ReadXliff.h reads
+// their translations back as a catalogue of the target language.
 //
 //   using namespace Zalt::Catalogue;
 //   const Catalogue catalogue = readCatalogueFiles({"en.xml", "de.xml"});
@@ -43,14 +43,9 @@
 #include <Zalt/Catalogue/CheckCatalogue.h>
 
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace Zalt {
 namespace Catalogue {
-
-// The namespace that writeXliff writes; readXliff also reads elements in none.
-inline constexpr std::string_view xliffNamespace = "urn:oasis:names:tc:xliff:document:1.2";
 
 // One XLIFF 1.2 document, UTF-8, with one file element (source-language
 // `from`, target-language `to`, datatype plaintext, `original` naming the
@@ -67,41 +62,6 @@ ZALT_LTSCATALOGUE_EXPORT std::string writeXliff(const Catalogue& catalogue, cons
                                                 const Tovra::Locale::LanguageTag& from,
                                                 const Tovra::Locale::LanguageTag& to,
                                                 const std::string& original);
-
-// The translations read from XLIFF files.
-struct ZALT_LTSCATALOGUE_EXPORT XliffImport {
-  // One text per translated unit, in the target language of its file, each
-  // at its target element; `files` names the XLIFF files read.
-  Catalogue catalogue;
-  // In document order, each at its place:
-  //   - Language: a file element without a target-language, or with one that
-  //     is not ll-CC; none of its units yields a text;
-  //   - Id: a unit without an id or with one that writeXliff does not write;
-  //   - Untranslated: a unit with no target, an empty one, or one whose state
-  //     is "new" or "needs-translation";
-  //   - Markup: a target that holds an element (g, x, ph, mrk, ...) at it;
-  //   - Lines: a target with another number of lines than its id gives.
-  // A unit with a finding yields no text.
-  std::vector<Finding> findings;
-
-  // Moves the texts, files and findings of `other` behind these.
-  void append(XliffImport&& other);
-};
-
-// Reads XLIFF 1.2 files in order ("-" is standard input) as any tool saves
-// them: in the XLIFF namespace under any prefix or in none, units at any depth
-// of groups, in several file elements, with attributes and notes dropped.
-// Reads every file before it throws CatalogueError with the problems of all
-// that cannot be read, are not well-formed, whose root is not an xliff
-// element of version 1.2, or that give a unit two targets; read as a
-// catalogue file is.
-ZALT_LTSCATALOGUE_EXPORT XliffImport readXliffFiles(const std::vector<std::string>& paths);
-
-// Reads one file; throws CatalogueError as readXliffFiles does.
-ZALT_LTSCATALOGUE_EXPORT XliffImport readXliffFile(const std::string& path);
-
-// Reads an XLIFF document held in memory, naming it `fileName`; throws CatalogueError.
-ZALT_LTSCATALOGUE_EXPORT XliffImport readXliff(std::string_view content, const std::string& fileName);
 
 }  // namespace Catalogue
 }  // namespace Zalt
