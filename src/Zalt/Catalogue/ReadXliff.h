@@ -5,7 +5,8 @@
 //
 //   const Zalt::Catalogue::XliffImport translated = Zalt::Catalogue::readXliffFile("de.xlf");
 //   for (const Zalt::Catalogue::Finding& finding : translated.findings) {
-//     std::cerr << Zalt::Catalogue::placed(finding) << '\n';  // de.xlf:12:7: unit 'alarm.hr.high' has no translation
+//     std::cerr << Zalt::Catalogue::placed(finding) << '\n';  // de.xlf:12:7: unit 'alarm.hr.high' has no
+//     translation
 //   }
 //   const std::string germanFile =
 //       Zalt::Catalogue::writeCatalogue(Zalt::Catalogue::mdibTexts(translated.catalogue.texts));
