@@ -32,7 +32,8 @@ TEST(KeptForms, ListsMarkupPlaceholdersAndEscapesAsWrittenInTheirOrder) {
       {"Fish &amp; chips&nbsp;&#169;&#xA9;", {"&amp;", "&nbsp;", "&#169;", "&#xA9;"}},
       {"Fish & chips &copy &#; &#xg;", {}},
       // printf, positional and named.
-      {"%s %d %i %1$s %-5.2f %lu %lld %%", {"%s", "%d", "%i", "%1$s", "%-5.2f", "%lu", "%lld", "%%"}},
+      {"%s %d %i %1$s %-5.2f %lu %lld %hhd %%",
+       {"%s", "%d", "%i", "%1$s", "%-5.2f", "%lu", "%lld", "%hhd", "%%"}},
       {"%(count)d items, %(user.name)s", {"%(count)d", "%(user.name)s"}},
       {"%@ of %1$@", {"%@", "%1$@"}},
       {"%(count) items %()s 100% sure", {}},
