@@ -1,3 +1,5 @@
+#include "CatalogueTestSupport.h"
+
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
 #include <Zalt/Errors/InternalConsistencyFailure.h>
@@ -19,8 +21,7 @@ using Zalt::Localization::Device::LocalizedTextStore;
 
 // One text per line, from line 2 on, so that a text's line is its index + 2.
 Catalogue catalogue(const std::vector<std::string>& elements) {
-  std::string document =
-      "<c xmlns='http://standards.ieee.org/downloads/11073/11073-10207-2017/participant'>\n";
+  std::string document = "<c xmlns='" + CatalogueTestSupport::participant() + "'>\n";
   for (const std::string& element : elements) {
     document += element + "\n";
   }

@@ -1,7 +1,8 @@
+#include "CatalogueTestSupport.h"
+
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/MdibCoverage.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
-#include <Zalt/Catalogue/XmlNamespaces.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,22 +10,12 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
-namespace Zalt {
-namespace Catalogue {
-
-std::ostream& operator<<(std::ostream& out, const Finding& finding) {
-  return out << name(finding.kind) << ' ' << placed(finding);
-}
-
-}  // namespace Catalogue
-}  // namespace Zalt
-
 namespace {
 
+using namespace CatalogueTestSupport;
 using Zalt::Catalogue::CatalogueError;
 using Zalt::Catalogue::CoverageCheck;
 using Zalt::Catalogue::Finding;
@@ -32,9 +23,6 @@ using Zalt::Catalogue::MdibTexts;
 using Zalt::Catalogue::MdibTextUse;
 using Zalt::Catalogue::readMdibTexts;
 using Kind = Finding::Kind;
-
-std::string participant() { return std::string(Zalt::Catalogue::participantNamespace); }
-std::string message() { return std::string(Zalt::Catalogue::messageNamespace); }
 
 // A response around `body`, which starts on line 2.
 std::string mdib(const std::string& body) {
@@ -55,13 +43,7 @@ std::vector<std::string> described(const MdibTexts& texts) {
 }
 
 std::vector<Finding> problemsOf(const std::string& content) {
-  try {
-    readMdibTexts(content, "mdib.xml");
-  } catch (const CatalogueError& error) {
-    return error.problems();
-  }
-  ADD_FAILURE() << "no CatalogueError for: " << content;
-  return {};
+  return problemsReading(readMdibTexts, content, "mdib.xml");
 }
 
 TEST(MdibTexts, TakesEveryRefOfBothNamespacesWhateverThePrefixAndDepth) {

@@ -1,28 +1,18 @@
+#include "CatalogueTestSupport.h"
+
 #include <Zalt/Catalogue/ReadCatalogue.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-namespace Zalt {
-namespace Catalogue {
-
-std::ostream& operator<<(std::ostream& out, const SourceLocation& location) {
-  return out << location.file << ':' << location.line << ':' << location.column;
-}
-
-std::ostream& operator<<(std::ostream& out, const Finding& finding) { return out << placed(finding); }
-
-}  // namespace Catalogue
-}  // namespace Zalt
-
 namespace {
 
+using namespace CatalogueTestSupport;
 using Tovra::Locale::LanguageTag;
 using Tovra::Locale::Utf8;
 using Tovra::Mdib::LocalizedText;
@@ -36,8 +26,6 @@ using Zalt::Catalogue::MisplacedElement;
 using Zalt::Catalogue::readCatalogue;
 using Zalt::Catalogue::SourceLocation;
 
-std::string participant() { return "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant"; }
-std::string message() { return "http://standards.ieee.org/downloads/11073/11073-10207-2017/message"; }
 std::string open() { return "<c xmlns:pm='" + participant() + "'>\n"; }
 
 std::vector<std::string> refs(const std::vector<CatalogueText>& texts) {
@@ -57,13 +45,7 @@ CatalogueText single(const std::string& element) {
 }
 
 std::vector<Finding> problemsOf(const std::string& content) {
-  try {
-    readCatalogue(content, "bad.xml");
-  } catch (const CatalogueError& error) {
-    return error.problems();
-  }
-  ADD_FAILURE() << "no CatalogueError for: " << content;
-  return {};
+  return problemsReading(readCatalogue, content, "bad.xml");
 }
 
 Finding problem(std::int32_t line, std::int32_t column, const std::string& text) {

@@ -1,3 +1,5 @@
+#include "CatalogueTestSupport.h"
+
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/ReadXliff.h>
 #include <Zalt/Catalogue/WriteXliff.h>
@@ -72,12 +74,7 @@ std::vector<std::string> described(const XliffImport& imported) {
 
 // The first problem of a document that yields nothing, placed.
 std::string firstProblem(const std::string& content) {
-  try {
-    Zalt::Catalogue::readXliff(content, "x.xlf");
-  } catch (const CatalogueError& error) {
-    return placed(error.problems().front());
-  }
-  return "no CatalogueError";
+  return placed(CatalogueTestSupport::problemsReading(Zalt::Catalogue::readXliff, content, "x.xlf").at(0));
 }
 
 TEST(XliffExport, OneUnitPerSourceTextWithItsKeyInTheIdAndTheTranslationWhereTheKeyMatches) {
