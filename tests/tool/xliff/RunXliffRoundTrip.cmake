@@ -15,7 +15,7 @@ run_tool(0 "" xliff export --from en-US --to fr-FR ${SOURCE} -o ${WORK}/fr.xlf)
 # The export names its catalogue as given; the expected file names it from the source root.
 file(READ ${WORK}/fr.xlf exported)
 file(READ ${EXPORTED} expected)
-string(REPLACE "original=\"${SOURCE}\"" "original=\"tests/catalogue/xliff/input/round-trip.xml\"" exported "${exported}")
+string(REPLACE "original=\"${SOURCE}\"" "original=\"tests/tool/xliff/input/round-trip.xml\"" exported "${exported}")
 if(NOT exported STREQUAL expected)
   message(FATAL_ERROR "${WORK}/fr.xlf is not ${EXPORTED}:\n${exported}")
 endif()
