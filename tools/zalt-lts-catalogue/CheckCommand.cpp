@@ -40,11 +40,11 @@ int check(const CheckRequest& request) {
   // problems are worth reading then.
   const std::vector<Finding> reported =
       unreadable ? std::move(loaded.problems)
-                 : Zalt::Catalogue::checkCatalogue(loaded.catalogue, request.unit).findings;
+                 : Zalt::Catalogue::checkCatalogue(loaded.document, request.unit).findings;
   if (request.json) {
-    printJson({{"texts", loaded.catalogue.texts.size()}, {"findings", findingsJson(reported)}});
+    printJson({{"texts", loaded.document.texts.size()}, {"findings", findingsJson(reported)}});
   } else {
-    printText(reported, loaded.catalogue.texts.size());
+    printText(reported, loaded.document.texts.size());
   }
   if (unreadable) {
     return failure;

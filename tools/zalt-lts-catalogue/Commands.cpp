@@ -16,8 +16,7 @@ void addXliff(CLI::App& parent, Runner& chosen) {
 }  // namespace
 
 const std::vector<AddCommand>& toolCommands() {
-  static const std::vector<AddCommand> commands{addCheck,  addFit,      addStats,
-                                                addPseudo, addCoverage, addXliff};
+  static const std::vector<AddCommand> commands{addCheck, addFit, addStats, addPseudo, addCoverage, addXliff};
   return commands;
 }
 

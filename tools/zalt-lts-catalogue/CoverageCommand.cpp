@@ -9,6 +9,7 @@
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/MdibCoverage.h>
+#include <Zalt/Catalogue/ReadMdibTexts.h>
 
 #include <algorithm>
 #include <iostream>
@@ -34,19 +35,6 @@ struct CoverageRequest {
   // Makes each text that the MDIB gives inline a finding.
   bool requireRefs = false;
 };
-
-struct LoadedMdib {
-  Zalt::Catalogue::MdibTexts texts;
-  std::vector<Finding> problems;
-};
-
-LoadedMdib loadMdib(const std::string& file) {
-  try {
-    return {Zalt::Catalogue::readMdibTextsFiles({file}), {}};
-  } catch (const Zalt::Catalogue::CatalogueError& error) {
-    return {{}, error.problems()};
-  }
-}
 
 // Inline texts by their Lang, those without one first.
 using InlineCounts = std::map<std::optional<std::string>, std::size_t>;
@@ -90,7 +78,7 @@ struct Outcome {
 };
 
 Outcome judge(const CoverageRequest& request) {
-  LoadedMdib mdib = loadMdib(request.mdib);
+  Loaded<Zalt::Catalogue::MdibTexts> mdib = loadFiles(Zalt::Catalogue::readMdibTextsFiles, {request.mdib});
   LoadedCatalogue loaded = loadCatalogue(request.files);
   Outcome outcome;
   if (!mdib.problems.empty() || !loaded.problems.empty()) {
@@ -101,8 +89,8 @@ Outcome judge(const CoverageRequest& request) {
     return outcome;
   }
   outcome.coverage = Zalt::Catalogue::checkCoverage(
-      mdib.texts, loaded.catalogue, Zalt::Catalogue::checkCatalogue(loaded.catalogue), request.allowUnused);
-  outcome.inlineTexts = countInline(mdib.texts);
+      mdib.document, loaded.document, Zalt::Catalogue::checkCatalogue(loaded.document), request.allowUnused);
+  outcome.inlineTexts = countInline(mdib.document);
   std::copy_if(outcome.coverage.findings.begin(), outcome.coverage.findings.end(),
                std::back_inserter(outcome.reported), [&request](const Finding& finding) {
                  return request.requireRefs || finding.kind != Finding::Kind::Inline;

@@ -185,12 +185,12 @@ int fit(const FitRequest& request) {
     return failure;
   }
   const Zalt::Catalogue::CatalogueCheck checked =
-      Zalt::Catalogue::checkCatalogue(loaded.catalogue, request.unit);
+      Zalt::Catalogue::checkCatalogue(loaded.document, request.unit);
   if (!checked.findings.empty() && !request.json) {
     std::cerr << "zalt-lts-catalogue: warning: " << counted(checked.findings.size(), "finding", "findings")
               << " (see 'zalt-lts-catalogue check'); answers come from the texts a store keeps\n";
   }
-  const std::vector<Tovra::Mdib::LocalizedText> kept = Zalt::Catalogue::keptTexts(loaded.catalogue, checked);
+  const std::vector<Tovra::Mdib::LocalizedText> kept = Zalt::Catalogue::keptTexts(loaded.document, checked);
   nlohmann::json document = {{"findings", findingsJson(checked.findings)},
                              {"answers", nlohmann::json::array()}};
   if (const auto reason = unanswerable(kept, request)) {

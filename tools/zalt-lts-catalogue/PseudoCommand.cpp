@@ -109,17 +109,17 @@ int pseudo(const PseudoRequest& request) {
   }
   // Texts of the pseudo-language already there would share keys with the
   // pseudo-translations, and a store would keep only one of each pair.
-  if (const auto* held = firstTextOf(loaded.catalogue, LanguageTag(request.to))) {
-    const Zalt::Catalogue::SourceLocation where = loaded.catalogue.location(*held);
+  if (const auto* held = firstTextOf(loaded.document, LanguageTag(request.to))) {
+    const Zalt::Catalogue::SourceLocation where = loaded.document.location(*held);
     std::cerr << "zalt-lts-catalogue: the catalogue already holds texts in '" << request.to
               << "', such as at " << where.file << ':' << where.line
               << "; --to needs a language of its own, such as en-XA\n";
     return failure;
   }
-  const CatalogueCheck checked = Zalt::Catalogue::checkCatalogue(loaded.catalogue);
-  const std::vector<Finding> rejected = rejectedTexts(loaded.catalogue, checked, LanguageTag(request.from));
+  const CatalogueCheck checked = Zalt::Catalogue::checkCatalogue(loaded.document);
+  const std::vector<Finding> rejected = rejectedTexts(loaded.document, checked, LanguageTag(request.from));
   printPlaced(std::cerr, rejected);
-  const std::vector<LocalizedText> texts = pseudoTexts(loaded.catalogue, checked, request);
+  const std::vector<LocalizedText> texts = pseudoTexts(loaded.document, checked, request);
   if (texts.empty()) {
     std::cerr << "zalt-lts-catalogue: no kept text has the language '" << request.from << "'\n";
     return findings;

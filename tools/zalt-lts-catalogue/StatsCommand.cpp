@@ -138,12 +138,12 @@ int stats(const StatsRequest& request) {
     }
     return failure;
   }
-  const std::vector<std::size_t> kept = Zalt::Catalogue::checkCatalogue(loaded.catalogue, request.unit).kept;
-  const Counts counts = count(loaded.catalogue.texts, kept, request.unit);
+  const std::vector<std::size_t> kept = Zalt::Catalogue::checkCatalogue(loaded.document, request.unit).kept;
+  const Counts counts = count(loaded.document.texts, kept, request.unit);
   if (request.json) {
-    printJson(countsJson(counts, kept.size(), loaded.catalogue.texts.size()));
+    printJson(countsJson(counts, kept.size(), loaded.document.texts.size()));
   } else {
-    print(counts, kept.size(), loaded.catalogue.texts.size());
+    print(counts, kept.size(), loaded.document.texts.size());
   }
   return success;
 }

@@ -57,16 +57,16 @@ int exportXliff(const XliffExportRequest& request) {
     return failure;
   }
   const Zalt::Catalogue::CatalogueCheck check =
-      Zalt::Catalogue::checkCatalogue(loaded.catalogue, request.unit);
+      Zalt::Catalogue::checkCatalogue(loaded.document, request.unit);
   printPlaced(std::cout, check.findings);
-  const std::size_t units = unitsOf(loaded.catalogue, check, from);
+  const std::size_t units = unitsOf(loaded.document, check, from);
   if (units == 0) {
     std::cerr << "zalt-lts-catalogue: no kept text has the language '" << request.from << "'\n";
     return findings;
   }
   // The XLIFF file's original names the catalogue as "a.xml b.xml".
-  writeWhole(request.output, Zalt::Catalogue::writeXliff(loaded.catalogue, check, from, to,
-                                                         listed(loaded.catalogue.files, " ")));
+  writeWhole(request.output, Zalt::Catalogue::writeXliff(loaded.document, check, from, to,
+                                                         listed(loaded.document.files, " ")));
   std::cout << "xliff export: " << counted(units, "unit", "units") << " of " << request.from << " for "
             << request.to << ", " << countedOrNo(check.findings.size(), "finding", "findings") << '\n';
   return check.findings.empty() ? success : findings;

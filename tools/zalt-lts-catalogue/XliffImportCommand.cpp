@@ -29,19 +29,6 @@ struct XliffImportRequest {
   Zalt::Catalogue::WidthUnit unit = Zalt::Catalogue::WidthUnit::Fullwidth;
 };
 
-struct Imported {
-  Zalt::Catalogue::XliffImport xliff;
-  std::vector<Finding> problems;
-};
-
-Imported readTranslations(const std::vector<std::string>& files) {
-  try {
-    return {Zalt::Catalogue::readXliffFiles(files), {}};
-  } catch (const Zalt::Catalogue::CatalogueError& error) {
-    return {{}, error.problems()};
-  }
-}
-
 void report(const std::vector<Finding>& reported, std::size_t texts, bool json) {
   if (json) {
     printJson({{"texts", texts}, {"findings", findingsJson(reported)}});
@@ -62,14 +49,14 @@ void report(const std::vector<Finding>& reported, std::size_t texts, bool json) 
 int importXliff(const XliffImportRequest& request) {
   requireDistinctInputs(request.files);
   refuseOutputAmongInputs(request.output, request.files);
-  Imported imported = readTranslations(request.files);
+  Loaded<Zalt::Catalogue::XliffImport> imported = loadFiles(Zalt::Catalogue::readXliffFiles, request.files);
   if (!imported.problems.empty()) {
     report(imported.problems, 0, request.json);
     return failure;
   }
-  Zalt::Catalogue::Catalogue& catalogue = imported.xliff.catalogue;
+  Zalt::Catalogue::Catalogue& catalogue = imported.document.catalogue;
   const std::size_t texts = catalogue.texts.size();
-  std::vector<Finding> reported = std::move(imported.xliff.findings);
+  std::vector<Finding> reported = std::move(imported.document.findings);
   if (catalogue.texts.empty()) {
     // An empty catalogue would pass for the translation of nothing.
     reported.push_back({Finding::Kind::Empty,
