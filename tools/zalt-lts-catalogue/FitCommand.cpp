@@ -1,20 +1,30 @@
+// fit: the text that a device store answers for each reference.
 #include "Commands.h"
 #include "ExitCode.h"
 #include "Json.h"
 #include "LoadCatalogue.h"
+#include "Options.h"
 #include "Terminal.h"
+#include "Wording.h"
 
+#include <Tovra/Mdib/LocalizedTextWidth.h>
+#include <Tovra/Mdib/VersionCounter.h>
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/TextMeasure.h>
 #include <Zalt/Catalogue/TextWidthTokens.h>
 #include <Zalt/Errors/InternalConsistencyFailure.h>
+#include <Zalt/Localization/NumberOfLines.h>
 #include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
 
+#include <boost/optional.hpp>
+
 #include <algorithm>
+#include <cstdint>
 #include <iomanip>
 #include <iostream>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace ZaltCatalogueTool {
 namespace {
@@ -23,6 +33,19 @@ using Tovra::Locale::LanguageTag;
 using Tovra::Mdib::LocalizedTextRef;
 using Tovra::Mdib::VersionCounter;
 using Zalt::Localization::Device::LocalizedTextStore;
+
+struct FitRequest {
+  std::vector<std::string> files;
+  std::string language;
+  boost::optional<Tovra::Mdib::LocalizedTextWidth> width;
+  boost::optional<Zalt::Localization::NumberOfLines> lines;
+  boost::optional<std::string> ref;
+  boost::optional<VersionCounter> version;
+  // What the measured class of each answer is counted in.
+  Zalt::Catalogue::WidthUnit unit = Zalt::Catalogue::WidthUnit::Fullwidth;
+  // One JSON document {findings, answers, unanswerable} instead of a table.
+  bool json = false;
+};
 
 bool isOfAskedReference(const Tovra::Mdib::LocalizedText& text, const FitRequest& request) {
   return !request.ref || text.ref().get().value() == *request.ref;
@@ -146,10 +169,13 @@ nlohmann::json answersJson(const std::vector<Answer>& found) {
   return list;
 }
 
-}  // namespace
-
-int fit(const std::vector<std::string>& files, const FitRequest& request) {
-  const LoadedCatalogue loaded = loadCatalogue(files);
+// A table of what the store's text() answers for each reference (or the one
+// asked for), in its newest version unless a version is asked for. Says on
+// stderr, instead, which language, reference or version no kept text has.
+// File problems end it on stderr.
+int fit(const FitRequest& request) {
+  requireDistinctInputs(request.files);
+  const LoadedCatalogue loaded = loadCatalogue(request.files);
   if (!loaded.problems.empty()) {
     if (request.json) {
       printJson({{"findings", findingsJson(loaded.problems)}, {"answers", nlohmann::json::array()}});
@@ -159,13 +185,12 @@ int fit(const std::vector<std::string>& files, const FitRequest& request) {
     return failure;
   }
   const Zalt::Catalogue::CatalogueCheck checked =
-      Zalt::Catalogue::checkCatalogue(loaded.catalogue, request.unit);
+      Zalt::Catalogue::checkCatalogue(loaded.document, request.unit);
   if (!checked.findings.empty() && !request.json) {
-    std::cerr << "zalt-lts-catalogue: warning: " << checked.findings.size()
-              << (checked.findings.size() == 1 ? " finding" : " findings")
+    std::cerr << "zalt-lts-catalogue: warning: " << counted(checked.findings.size(), "finding", "findings")
               << " (see 'zalt-lts-catalogue check'); answers come from the texts a store keeps\n";
   }
-  const std::vector<Tovra::Mdib::LocalizedText> kept = Zalt::Catalogue::keptTexts(loaded.catalogue, checked);
+  const std::vector<Tovra::Mdib::LocalizedText> kept = Zalt::Catalogue::keptTexts(loaded.document, checked);
   nlohmann::json document = {{"findings", findingsJson(checked.findings)},
                              {"answers", nlohmann::json::array()}};
   if (const auto reason = unanswerable(kept, request)) {
@@ -191,6 +216,36 @@ int fit(const std::vector<std::string>& files, const FitRequest& request) {
     printTable(found);
   }
   return success;
+}
+
+}  // namespace
+
+void addFit(CLI::App& parent, Runner& chosen) {
+  CLI::App* command =
+      parent.add_subcommand("fit", "Show the text that a device store answers for each reference.");
+  FitRequest& request = runWhenChosen(*command, chosen, fit);
+  addFilesOption(*command, request.files);
+  command->add_option("--lang", request.language, "Language tag, such as de-DE")->required();
+  command->add_option("--width", request.width, "Display width")
+      ->transform(oneOf(Zalt::Catalogue::textWidthTokens()));
+  command->add_option_function<std::string>(
+      "--lines",
+      [&request](const std::string& lines) {
+        request.lines = decimal<Zalt::Localization::NumberOfLines>("--lines", lines);
+      },
+      "Number of lines the display has room for");
+  command->add_option("--ref", request.ref, "Only this reference");
+  command->add_option_function<std::string>(
+      "--ref-version",
+      [&request](const std::string& version) {
+        request.version = VersionCounter(decimal<std::uint64_t>("--ref-version", version));
+      },
+      "This version instead of the newest");
+  addWidthUnitOption(*command, request.unit);
+  command->add_flag(
+      "--json", request.json,
+      "Print one JSON document {findings, answers: [{reference, version, width, measured, lines, "
+      "text}], unanswerable}, file problems too");
 }
 
 }  // namespace ZaltCatalogueTool

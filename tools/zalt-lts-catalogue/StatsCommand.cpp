@@ -1,18 +1,24 @@
+// stats: how many texts, references, versions and languages a catalogue holds.
 #include "Commands.h"
 #include "ExitCode.h"
 #include "Json.h"
 #include "LoadCatalogue.h"
+#include "Options.h"
 #include "Terminal.h"
+#include "Wording.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/TextMeasure.h>
 #include <Zalt/Catalogue/TextWidthTokens.h>
+#include <Zalt/Localization/NumberOfLines.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
 #include <iostream>
 #include <map>
 #include <set>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace ZaltCatalogueTool {
 namespace {
@@ -20,6 +26,13 @@ namespace {
 using Tovra::Mdib::LocalizedTextRef;
 using Tovra::Mdib::VersionCounter;
 using Zalt::Catalogue::CatalogueText;
+
+struct StatsRequest {
+  std::vector<std::string> files;
+  // One JSON document of the counts instead of lines.
+  bool json = false;
+  Zalt::Catalogue::WidthUnit unit = Zalt::Catalogue::WidthUnit::Fullwidth;
+};
 
 struct Counts {
   std::set<LocalizedTextRef> references;
@@ -57,12 +70,13 @@ void print(const Counts& counts, std::size_t kept, std::size_t read) {
   if (kept != read) {
     std::cout << " (of " << read << " read; see 'zalt-lts-catalogue check' for the others)";
   }
-  std::cout << "\nreferences: " << counts.references.size() << "\nversions: " << counts.versions.size()
-            << "\nlanguages: " << counts.languages.size();
+  // The number of languages, then their tags.
+  std::vector<std::string> languages{std::to_string(counts.languages.size())};
   for (const Tovra::Locale::LanguageTag& language : counts.languages) {
-    std::cout << ' ' << escapedForTerminal(language.tag());
+    languages.push_back(escapedForTerminal(language.tag()));
   }
-  std::cout << "\ntexts per width:\n";
+  std::cout << "\nreferences: " << counts.references.size() << "\nversions: " << counts.versions.size()
+            << "\nlanguages: " << listed(languages, " ") << "\ntexts per width:\n";
   for (const auto& width : counts.perWidth) {
     std::cout << "  "
               << (width.first < 0
@@ -110,26 +124,41 @@ nlohmann::json countsJson(const Counts& counts, std::size_t kept, std::size_t re
   return document;
 }
 
-}  // namespace
-
-int stats(const std::vector<std::string>& files, Zalt::Catalogue::WidthUnit unit, bool json) {
-  const LoadedCatalogue loaded = loadCatalogue(files);
+// Numbers of texts, references, versions and languages, texts per width and
+// number of lines, and per language the texts declared narrower than they
+// measure in the unit asked for. File problems end it on stderr.
+int stats(const StatsRequest& request) {
+  requireDistinctInputs(request.files);
+  const LoadedCatalogue loaded = loadCatalogue(request.files);
   if (!loaded.problems.empty()) {
-    if (json) {
+    if (request.json) {
       printJson({{"findings", findingsJson(loaded.problems)}});
     } else {
       printPlaced(std::cerr, loaded.problems);
     }
     return failure;
   }
-  const std::vector<std::size_t> kept = Zalt::Catalogue::checkCatalogue(loaded.catalogue, unit).kept;
-  const Counts counts = count(loaded.catalogue.texts, kept, unit);
-  if (json) {
-    printJson(countsJson(counts, kept.size(), loaded.catalogue.texts.size()));
+  const std::vector<std::size_t> kept = Zalt::Catalogue::checkCatalogue(loaded.document, request.unit).kept;
+  const Counts counts = count(loaded.document.texts, kept, request.unit);
+  if (request.json) {
+    printJson(countsJson(counts, kept.size(), loaded.document.texts.size()));
   } else {
-    print(counts, kept.size(), loaded.catalogue.texts.size());
+    print(counts, kept.size(), loaded.document.texts.size());
   }
   return success;
+}
+
+}  // namespace
+
+void addStats(CLI::App& parent, Runner& chosen) {
+  CLI::App* command = parent.add_subcommand("stats", "Count texts, references, versions and languages.");
+  StatsRequest& request = runWhenChosen(*command, chosen, stats);
+  addFilesOption(*command, request.files);
+  addWidthUnitOption(*command, request.unit);
+  command->add_flag(
+      "--json", request.json,
+      "Print one JSON document {texts, read, references, versions, languages, perWidth, perLines, "
+      "declaredTooNarrow, findings}, file problems too");
 }
 
 }  // namespace ZaltCatalogueTool
