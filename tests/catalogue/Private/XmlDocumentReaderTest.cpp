@@ -64,7 +64,9 @@ std::string described(const std::vector<Finding>& findings) {
   return text;
 }
 
-std::string described(const XliffImport& import) { return described(import.catalogue) + described(import.findings); }
+std::string described(const XliffImport& import) {
+  return described(import.catalogue) + described(import.findings);
+}
 
 std::string described(const MdibTexts& texts) {
   std::string text;
@@ -122,8 +124,8 @@ TEST(XmlDocumentReader, ReadsACatalogueOrRunsOutOfMemoryWhereverAnAllocationFail
   const std::string texts =
       "<c xmlns:pm='" + participant + "' xmlns:m='" + message +
       "'>\n"
-      "<pm:LocalizedText Ref='alarm.hr.high' Lang='en&#x2D;US' Version='2' TextWidth='m'>Heart rate<![CDATA[\r\n"
-      "too high & more]]></pm:LocalizedText>\n"
+      "<pm:LocalizedText Ref='alarm.hr.high' Lang='en&#x2D;US' Version='2' TextWidth='m'>\n"
+      "Heart rate<![CDATA[\r\ntoo high & more]]></pm:LocalizedText>\n"
       "<m:GetLocalizedTextResponse><m:Text Ref='label.spo2' Lang='de-DE'>SpO&#x2082;</m:Text>"
       "</m:GetLocalizedTextResponse>\n"
       "<LocalizedText Ref='misplaced'/><m:LocalizedText/></c>";
@@ -135,10 +137,11 @@ TEST(XmlDocumentReader, ReadsACatalogueOrRunsOutOfMemoryWhereverAnAllocationFail
 }
 
 TEST(XmlDocumentReader, ReadsAnMdibOrRunsOutOfMemoryWhereverAnAllocationFails) {
-  const std::string mdib = "<m:GetMdibResponse xmlns:m='" + message + "' xmlns='" + participant +
-                           "'>\n<Mds><Type><ConceptDescription Ref='alarm&#46;hr.high' Version='2' Lang='fr-FR'/>"
-                           "</Type><Manufacturer Lang='de-DE'>Beispiel <![CDATA[Medizin]]>technik</Manufacturer>"
-                           "<Label Ref='label.spo2' Version='v'/></Mds></m:GetMdibResponse>";
+  const std::string mdib =
+      "<m:GetMdibResponse xmlns:m='" + message + "' xmlns='" + participant +
+      "'>\n<Mds><Type><ConceptDescription Ref='alarm&#46;hr.high' Version='2' Lang='fr-FR'/>"
+      "</Type><Manufacturer Lang='de-DE'>Beispiel <![CDATA[Medizin]]>technik</Manufacturer>"
+      "<Label Ref='label.spo2' Version='v'/></Mds></m:GetMdibResponse>";
   failEachAllocationOf([&mdib] { return readMdibTexts(mdib, "mdib.xml"); });
 }
 
@@ -148,9 +151,11 @@ TEST(XmlDocumentReader, ReadsXliffOrRunsOutOfMemoryWhereverAnAllocationFails) {
       "<x:file target-language='de-DE'><x:body>\n"
       "<x:trans-unit id='2.s.1.alarm&#46;heart.rate.high'><x:source>HR too high</x:source>"
       "<x:target>HF zu hoch</x:target></x:trans-unit>\n"
-      "<x:trans-unit id='2.m.2.alarm.hr.high'><x:target state='needs-translation'>a\nb</x:target></x:trans-unit>\n"
+      "<x:trans-unit id='2.m.2.alarm.hr.high'>\n"
+      "<x:target state='needs-translation'>a\nb</x:target></x:trans-unit>\n"
       "<x:trans-unit id='label.spo2'><x:target>SpO2</x:target></x:trans-unit>\n"
-      "<x:trans-unit id='2.s.1.button.silence'><x:target>Alarm <x:g id='1'>aus</x:g></x:target></x:trans-unit>\n"
+      "<x:trans-unit id='2.s.1.button.silence'>\n"
+      "<x:target>Alarm <x:g id='1'>aus</x:g></x:target></x:trans-unit>\n"
       "</x:body></x:file><x:file target-language='de'/></x:xliff>";
   failEachAllocationOf([&xliff] { return readXliff(xliff, "de.xlf"); });
 }
