@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <new>
 #include <system_error>
 
 #ifdef _WIN32
@@ -46,7 +47,11 @@ std::FILE* binaryStandardInput() {
   return stdin;
 }
 
+// A lack of memory is the program's, not a problem of the file.
 void failToRead(const std::string& path, int error) {
+  if (error == ENOMEM) {
+    throw std::bad_alloc();
+  }
   throw CatalogueError(
       {Finding{Finding::Kind::File, {path, 0, 0}, std::string("cannot be read: ") + std::strerror(error)}},
       __FILE__, __LINE__);

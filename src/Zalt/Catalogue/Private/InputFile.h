@@ -21,13 +21,14 @@ struct FileCloser {
 using File = std::unique_ptr<std::FILE, FileCloser>;
 
 // Opens `path` for reading in binary mode, with its size in bytes where it is
-// known (else 0); throws CatalogueError ("PATH: cannot be read: REASON").
+// known (else 0); throws as failToRead does where it cannot.
 File openFile(const std::string& path, std::size_t& size);
 
 // Standard input, switched to binary mode where the system distinguishes it.
 std::FILE* binaryStandardInput();
 
-// Throws CatalogueError ("PATH: cannot be read: REASON") for the errno value `error`.
+// Throws CatalogueError ("PATH: cannot be read: REASON") for the errno value
+// `error`, or std::bad_alloc where it is ENOMEM.
 [[noreturn]] void failToRead(const std::string& path, int error);
 
 }  // namespace Private

@@ -1,6 +1,7 @@
 #include <Zalt/Catalogue/Private/XmlDocumentReader.h>
 
 #include <Zalt/Catalogue/Private/AttributeValues.h>
+#include <Zalt/Catalogue/Private/ParserMemory.h>
 
 #include <boost/regex/pending/unicode_iterator.hpp>
 
@@ -63,12 +64,13 @@ XmlDocumentReader::XmlDocumentReader(std::string fileName, std::size_t expectedS
       m_expectedSize(expectedSize),
       m_documentKind(documentKind),
       m_channel(*this) {
+  const std::size_t failedBefore = failedParserAllocations();
   // The parser's global tables are set up once, before any thread uses them.
-  static const bool initialised = (xmlInitParser(), true);
+  static const bool initialised = (noteFailedParserAllocations(), xmlInitParser(), true);
   static_cast<void>(initialised);
   m_context.reset(
       xmlCreatePushParserCtxt(const_cast<xmlSAXHandler*>(&events()), this, nullptr, 0, m_fileName.c_str()));
-  if (!m_context) {
+  if (!m_context || failedParserAllocations() != failedBefore) {
     throw std::bad_alloc();
   }
   // No document type declaration gets past refuseDocumentType, so there is
@@ -119,11 +121,13 @@ void XmlDocumentReader::firstChunkFed(std::size_t /*expectedSize*/, std::size_t 
 
 // An exception must not unwind through the parser's C frames, which leave its
 // state half changed: it waits until the parser has returned, and nothing of
-// the reader runs on the stopped parser meanwhile.
+// the reader runs on the stopped parser meanwhile. Nor does anything run while
+// the parser is being made, before the derived reader exists: a lack of
+// memory, all that can go wrong then, comes out of the constructor.
 template <typename Event>
 void XmlDocumentReader::dispatch(void* self, const Event& event) {
   auto& reader = *static_cast<XmlDocumentReader*>(self);
-  if (reader.m_stopped) {
+  if (!reader.m_context || reader.m_stopped) {
     return;
   }
   try {
@@ -171,11 +175,12 @@ const xmlSAXHandler& XmlDocumentReader::events() {
 
 // A conversion that fails stops the parser without an error of the document.
 void XmlDocumentReader::parse(const char* data, std::size_t size, bool last) {
+  const std::size_t failedBefore = failedParserAllocations();
   const int status = xmlParseChunk(m_context.get(), data, static_cast<int>(size), last ? 1 : 0);
   if (m_thrown) {
     std::rethrow_exception(m_thrown);
   }
-  if (m_outOfMemory) {
+  if (failedParserAllocations() != failedBefore) {
     throw std::bad_alloc();
   }
   if (status != 0 && !m_stopped) {
@@ -186,15 +191,13 @@ void XmlDocumentReader::parse(const char* data, std::size_t size, bool last) {
 }
 
 // The channel is called from inside the parser's input buffer, which stopping
-// the parser would free under it: it takes the message without allocating and
-// leaves it to parse() to act.
+// the parser would free under it: it takes the message without allocating,
+// so that it cannot throw, and leaves it to parse() to act.
 void XmlDocumentReader::channelMessage(void* self, const char* format, ...) {
   auto& reader = *static_cast<XmlDocumentReader*>(self);
   if (reader.m_stopped || reader.m_channelMessage[0] != '\0') {
     return;
   }
-  const xmlError* const last = xmlGetLastError();
-  reader.m_outOfMemory = last != nullptr && last->code == XML_ERR_NO_MEMORY;
   std::va_list arguments;
   va_start(arguments, format);
   std::vsnprintf(reader.m_channelMessage.data(), reader.m_channelMessage.size(), format, arguments);
@@ -267,12 +270,8 @@ void XmlDocumentReader::cdata(const xmlChar* data, int size) {
   characters(m_cdataText);
 }
 
-// Warnings (a relative namespace URI, say) are not problems of the file, and
-// the parser's lack of memory is not one either.
+// Warnings (a relative namespace URI, say) are not problems of the file.
 void XmlDocumentReader::parserError(const xmlError& error) {
-  if (error.code == XML_ERR_NO_MEMORY) {
-    throw std::bad_alloc();
-  }
   if (error.level < XML_ERR_ERROR || m_stopped) {
     return;
   }

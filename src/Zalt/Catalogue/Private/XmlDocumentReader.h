@@ -24,7 +24,8 @@
 //
 // What a hook throws (std::bad_alloc, say) stops the parser and comes out of
 // the feeding call that made the parser call the hook; the parser, written in
-// C, never sees it. So does the parser's own lack of memory, as std::bad_alloc.
+// C, never sees it. An allocation that fails in the parser itself comes out as
+// std::bad_alloc too, whatever the parser made of it (ParserMemory.h).
 #pragma once
 
 #include <Zalt/Catalogue/Finding.h>
@@ -140,7 +141,6 @@ private:
   std::size_t m_fed = 0;
   // The first message on the channel, kept where taking it needs no memory.
   std::array<char, 256> m_channelMessage{};
-  bool m_outOfMemory = false;
   // What a hook threw, until the parser has returned.
   std::exception_ptr m_thrown;
   // Declared after the channel, so that the parser is freed before its
