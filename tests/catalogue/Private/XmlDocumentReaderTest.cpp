@@ -117,12 +117,12 @@ void failEachAllocationOf(const Read& read) {
   EXPECT_GT(failAt, 10u) << "the read allocates too little to be a test";
 }
 
-const std::string participant = "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant";
-const std::string message = "http://standards.ieee.org/downloads/11073/11073-10207-2017/message";
+std::string participant() { return "http://standards.ieee.org/downloads/11073/11073-10207-2017/participant"; }
+std::string message() { return "http://standards.ieee.org/downloads/11073/11073-10207-2017/message"; }
 
 TEST(XmlDocumentReader, ReadsACatalogueOrRunsOutOfMemoryWhereverAnAllocationFails) {
   const std::string texts =
-      "<c xmlns:pm='" + participant + "' xmlns:m='" + message +
+      "<c xmlns:pm='" + participant() + "' xmlns:m='" + message() +
       "'>\n"
       "<pm:LocalizedText Ref='alarm.hr.high' Lang='en&#x2D;US' Version='2' TextWidth='m'>\n"
       "Heart rate<![CDATA[\r\ntoo high & more]]></pm:LocalizedText>\n"
@@ -130,7 +130,7 @@ TEST(XmlDocumentReader, ReadsACatalogueOrRunsOutOfMemoryWhereverAnAllocationFail
       "</m:GetLocalizedTextResponse>\n"
       "<LocalizedText Ref='misplaced'/><m:LocalizedText/></c>";
   failEachAllocationOf([&texts] { return readCatalogue(texts, "texts.xml"); });
-  const std::string problems = "<c xmlns:pm='" + participant +
+  const std::string problems = "<c xmlns:pm='" + participant() +
                                "'>\n<pm:LocalizedText Version='x' TextWidth='huge'>a<b/></pm:LocalizedText>"
                                "<pm:LocalizedText Version=' 18446744073709551616 '/>\n<x:e/></c>";
   failEachAllocationOf([&problems] { return readCatalogue(problems, "problems.xml"); });
@@ -138,7 +138,7 @@ TEST(XmlDocumentReader, ReadsACatalogueOrRunsOutOfMemoryWhereverAnAllocationFail
 
 TEST(XmlDocumentReader, ReadsAnMdibOrRunsOutOfMemoryWhereverAnAllocationFails) {
   const std::string mdib =
-      "<m:GetMdibResponse xmlns:m='" + message + "' xmlns='" + participant +
+      "<m:GetMdibResponse xmlns:m='" + message() + "' xmlns='" + participant() +
       "'>\n<Mds><Type><ConceptDescription Ref='alarm&#46;hr.high' Version='2' Lang='fr-FR'/>"
       "</Type><Manufacturer Lang='de-DE'>Beispiel <![CDATA[Medizin]]>technik</Manufacturer>"
       "<Label Ref='label.spo2' Version='v'/></Mds></m:GetMdibResponse>";
