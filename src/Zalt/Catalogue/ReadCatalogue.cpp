@@ -1,6 +1,7 @@
 #include <Zalt/Catalogue/ReadCatalogue.h>
 
-#include <Zalt/Catalogue/Private/XmlDocumentReader.h>
+#include <Zalt/Catalogue/Private/AttributeValues.h>
+#include <Zalt/Catalogue/Private/ReadDocument.h>
 #include <Zalt/Catalogue/TextWidthTokens.h>
 #include <Zalt/Catalogue/XmlNamespaces.h>
 
@@ -12,6 +13,8 @@ namespace Zalt {
 namespace Catalogue {
 namespace {
 
+using Private::Attribute;
+using Private::Element;
 using Private::Place;
 using Tovra::Locale::LanguageTag;
 using Tovra::Locale::Utf8;
@@ -34,14 +37,12 @@ enum class Open : char { Other, Response, Text };
 // Takes the texts from the parser's events.
 class DocumentReader : public Private::XmlDocumentReader {
 public:
-  DocumentReader(const std::string& fileName, std::size_t expectedSize)
-      : XmlDocumentReader(fileName, expectedSize, "a catalogue file") {}
+  using Result = Catalogue;
 
-  Catalogue finish() && {
-    std::vector<Finding> problems = finishParsing();
-    if (!problems.empty()) {
-      throw CatalogueError(std::move(problems), __FILE__, __LINE__);
-    }
+  DocumentReader(std::string fileName, std::size_t expectedSize)
+      : XmlDocumentReader(std::move(fileName), expectedSize, "a catalogue file") {}
+
+  Catalogue result() && {
     giveBackRoom();
     m_catalogue.files.push_back(fileName());
     return std::move(m_catalogue);
@@ -61,8 +62,8 @@ private:
       noteMisplaced(element.name, element.xmlNamespace);
     }
     if (m_inText) {
-      problem(placeOf(markupStart()), "element '" + element.qualifiedName() +
-                                          "' inside a localized text: a text holds characters only");
+      problem(markupPlace(), "element '" + element.qualifiedName() +
+                                 "' inside a localized text: a text holds characters only");
     } else if (kind == Open::Text) {
       beginText(element);
     }
@@ -88,17 +89,17 @@ private:
   void beginText(const Element& element) {
     m_inText = true;
     m_textLevel = m_open.size();
-    m_text = PendingText{placeOf(markupStart()), {}, {}, {}, {}, {}};
-    for (int index = 0; index < element.attributeCount; ++index) {
-      const xmlChar* const* attribute = element.attributes + std::ptrdiff_t{5} * index;
-      if (attribute[1] == nullptr) {
-        textAttribute(reinterpret_cast<const char*>(attribute[0]), attribute[3], attribute[4]);
+    m_text = PendingText{markupPlace(), {}, {}, {}, {}, {}};
+    for (const Attribute& attribute : element.attributes) {
+      if (attribute.prefix.empty()) {
+        textAttribute(attribute);
       }
     }
   }
 
-  void textAttribute(std::string_view name, const xmlChar* begin, const xmlChar* end) {
-    const std::string_view value(reinterpret_cast<const char*>(begin), static_cast<std::size_t>(end - begin));
+  void textAttribute(const Attribute& attribute) {
+    const std::string_view name = attribute.localName;
+    const std::string_view value = attribute.value;
     if (name == "Ref") {
       m_text.ref = value;
     } else if (name == "Lang") {
@@ -107,12 +108,12 @@ private:
       if (const auto number = Private::versionNumber(value)) {
         m_text.version = VersionCounter(*number);
       } else {
-        problem(placeOfValue(begin, m_text.place), Private::badVersionMessage(value));
+        problem(placeOfValue(attribute, m_text.place), Private::badVersionMessage(value));
       }
     } else if (name == "TextWidth") {
       m_text.width = textWidthFromToken(Private::collapsed(value));
       if (!m_text.width) {
-        problem(placeOfValue(begin, m_text.place),
+        problem(placeOfValue(attribute, m_text.place),
                 "TextWidth '" + std::string(value) + "' is not one of " + textWidthTokenList());
       }
     }
@@ -157,7 +158,7 @@ private:
                                       return element.name == name && element.xmlNamespace == xmlNamespace;
                                     });
     if (known == m_catalogue.misplaced.end()) {
-      const Place place = placeOf(markupStart());
+      const Place place = markupPlace();
       m_catalogue.misplaced.push_back(
           {{fileName(), place.line, place.column}, std::string(name), std::string(xmlNamespace)});
     }

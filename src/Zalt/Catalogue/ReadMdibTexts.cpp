@@ -1,5 +1,7 @@
-#include <Zalt/Catalogue/Private/XmlDocumentReader.h>
 #include <Zalt/Catalogue/ReadMdibTexts.h>
+
+#include <Zalt/Catalogue/Private/AttributeValues.h>
+#include <Zalt/Catalogue/Private/ReadDocument.h>
 #include <Zalt/Catalogue/XmlNamespaces.h>
 
 #include <algorithm>
@@ -12,6 +14,7 @@ namespace Zalt {
 namespace Catalogue {
 namespace {
 
+using Private::Element;
 using Private::Place;
 
 // The elements whose type is LocalizedText: one of them without a Ref holds
@@ -39,14 +42,12 @@ struct PendingInline {
 // Takes the text uses from the parser's events.
 class MdibReader : public Private::XmlDocumentReader {
 public:
-  MdibReader(const std::string& fileName, std::size_t expectedSize)
-      : XmlDocumentReader(fileName, expectedSize, "an MDIB file") {}
+  using Result = MdibTexts;
 
-  MdibTexts finish() && {
-    std::vector<Finding> problems = finishParsing();
-    if (!problems.empty()) {
-      throw CatalogueError(std::move(problems), __FILE__, __LINE__);
-    }
+  MdibReader(std::string fileName, std::size_t expectedSize)
+      : XmlDocumentReader(std::move(fileName), expectedSize, "an MDIB file") {}
+
+  MdibTexts result() && {
     m_texts.files.push_back(fileName());
     return std::move(m_texts);
   }
@@ -56,10 +57,10 @@ private:
     if (element.xmlNamespace != participantNamespace && element.xmlNamespace != messageNamespace) {
       return;
     }
-    const Place place = placeOf(markupStart());
+    const Place place = markupPlace();
     std::optional<std::string> lang;
-    if (const auto value = element.attribute("Lang")) {
-      lang = std::string(*value);
+    if (const auto attribute = element.attribute("Lang")) {
+      lang = std::string(attribute->value);
     }
     const auto ref = element.attribute("Ref");
     if (!ref) {
@@ -69,16 +70,15 @@ private:
       return;
     }
     std::optional<std::uint64_t> version;
-    const xmlChar* versionStart = nullptr;
-    if (const auto value = element.attribute("Version", &versionStart)) {
-      version = Private::versionNumber(*value);
+    if (const auto attribute = element.attribute("Version")) {
+      version = Private::versionNumber(attribute->value);
       if (!version) {
-        problem(placeOfValue(versionStart, place), Private::badVersionMessage(*value));
+        problem(placeOfValue(*attribute, place), Private::badVersionMessage(attribute->value));
       }
     }
     if (!hasProblems()) {
       m_texts.uses.push_back({false,
-                              std::string(*ref),
+                              std::string(ref->value),
                               version,
                               std::move(lang),
                               std::string(element.name),

@@ -1,8 +1,8 @@
 #include <Zalt/Catalogue/ReadXliff.h>
 #include <Zalt/Catalogue/XmlNamespaces.h>
 
+#include <Zalt/Catalogue/Private/ReadDocument.h>
 #include <Zalt/Catalogue/Private/XliffUnitId.h>
-#include <Zalt/Catalogue/Private/XmlDocumentReader.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
 #include <cstdio>
@@ -13,6 +13,8 @@ namespace Zalt {
 namespace Catalogue {
 namespace {
 
+using Private::Attribute;
+using Private::Element;
 using Private::Place;
 using Tovra::Locale::LanguageTag;
 using Tovra::Locale::Utf8;
@@ -45,14 +47,12 @@ std::string linesText(std::uint32_t lines) {
 
 class XliffReader : public Private::XmlDocumentReader {
 public:
-  XliffReader(const std::string& fileName, std::size_t expectedSize)
-      : XmlDocumentReader(fileName, expectedSize, "an XLIFF file") {}
+  using Result = XliffImport;
 
-  XliffImport finish() && {
-    std::vector<Finding> problems = finishParsing();
-    if (!problems.empty()) {
-      throw CatalogueError(std::move(problems), __FILE__, __LINE__);
-    }
+  XliffReader(std::string fileName, std::size_t expectedSize)
+      : XmlDocumentReader(std::move(fileName), expectedSize, "an XLIFF file") {}
+
+  XliffImport result() && {
     m_import.catalogue.files.push_back(fileName());
     return std::move(m_import);
   }
@@ -66,7 +66,7 @@ private:
     } else if (parent == Role::Target || parent == Role::InTarget) {
       role = Role::InTarget;
       if (!m_unit.markup) {
-        m_unit.markup.emplace(element.qualifiedName(), placeOf(markupStart()));
+        m_unit.markup.emplace(element.qualifiedName(), markupPlace());
       }
     } else if (!isXliff(element.xmlNamespace)) {
       // An extension of a tool: nothing of the texts.
@@ -99,41 +99,43 @@ private:
   void dropResults() override { m_import = {}; }
 
   void checkRoot(const Element& element) {
-    const Place place = placeOf(markupStart());
+    const Place place = markupPlace();
     if (element.name != "xliff" || !isXliff(element.xmlNamespace)) {
       fail(place, "not an XLIFF 1.2 file: the root element is " + quoted(element.qualifiedName()) +
                       (element.xmlNamespace.empty() ? " in no namespace"
                                                     : " in the namespace " + quoted(element.xmlNamespace)));
-    } else if (const auto version = element.attribute("version"); version && *version != "1.2") {
-      fail(place, "XLIFF version " + quoted(*version) + " is not supported: an XLIFF file is version 1.2");
+    } else if (const auto version = element.attribute("version"); version && version->value != "1.2") {
+      fail(place,
+           "XLIFF version " + quoted(version->value) + " is not supported: an XLIFF file is version 1.2");
     }
   }
 
   // A file's units stand in its target language, which the store must take.
   void beginFile(const Element& element) {
     const auto language = element.attribute("target-language");
-    m_language = LanguageTag(std::string(language.value_or("")));
+    m_language = LanguageTag(std::string(language.value_or(Attribute{}).value));
     m_fileUsable = m_language.is2LetterLangAnd2LetterCountry();
     if (!m_fileUsable) {
-      find(Finding::Kind::Language, placeOf(markupStart()),
-           (language ? "target-language " + quoted(*language) + " is not a language of the store (ll-CC)"
-                     : std::string("the file has no target-language")) +
-               ": its units yield no texts");
+      find(
+          Finding::Kind::Language, markupPlace(),
+          (language ? "target-language " + quoted(language->value) + " is not a language of the store (ll-CC)"
+                    : std::string("the file has no target-language")) +
+              ": its units yield no texts");
     }
   }
 
   void beginUnit(const Element& element) {
     // The target's room is kept from unit to unit, so that most need no allocation.
-    m_unit.place = placeOf(markupStart());
+    m_unit.place = markupPlace();
     m_unit.key.reset();
     m_unit.undecodedId.reset();
     m_unit.hasTarget = false;
     m_unit.target.clear();
     m_unit.markup.reset();
     if (const auto id = element.attribute("id")) {
-      m_unit.key = Private::decodeUnitId(*id);
+      m_unit.key = Private::decodeUnitId(id->value);
       if (!m_unit.key) {
-        m_unit.undecodedId = std::string(*id);
+        m_unit.undecodedId = std::string(id->value);
       }
     }
   }
@@ -142,11 +144,11 @@ private:
     // Which of two translations the translator meant cannot be told, and
     // joining them would change the text in silence.
     if (m_unit.hasTarget) {
-      problem(placeOf(markupStart()), "a second target in one trans-unit, where XLIFF 1.2 allows one");
+      problem(markupPlace(), "a second target in one trans-unit, where XLIFF 1.2 allows one");
     }
     m_unit.hasTarget = true;
-    m_unit.targetPlace = placeOf(markupStart());
-    m_unit.state = element.attribute("state").value_or("");
+    m_unit.targetPlace = markupPlace();
+    m_unit.state = element.attribute("state").value_or(Attribute{}).value;
   }
 
   void endUnit() {

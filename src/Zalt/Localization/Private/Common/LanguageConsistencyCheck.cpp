@@ -3,6 +3,7 @@
 #include <Zalt/Localization/Private/Common/InternalForms.h>
 
 #include <algorithm>
+#include <new>
 #include <sstream>
 
 namespace Zalt {
@@ -55,6 +56,10 @@ bool LanguageConsistencyCheck::checkReference() {
       out << keyForm(*m_ref, version) << " has inconsistent languages " << languageSetForm(languages)
           << " in relation to " << keyForm(*m_expectedRef, m_expectedVersion) << " with "
           << languageSetForm(m_expectedLanguages);
+      // A string stream that cannot grow cuts the message short.
+      if (!out) {
+        throw std::bad_alloc();
+      }
       m_mismatch = out.str();
       m_mismatchedVersion = version;
       return false;
