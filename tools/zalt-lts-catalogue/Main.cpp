@@ -13,8 +13,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <new>
 #include <string>
 
 namespace {
@@ -64,9 +67,25 @@ int afterWritingOutput(int status) {
   return failure;
 }
 
+// nlohmann-json takes apart a nested document with a work stack that its
+// destructor allocates, where a lack of memory cannot be thrown and ends in
+// std::terminate. That run has run out of memory like any other: it fails
+// with the same message, never with an abort.
+[[noreturn]] void endOnTerminate() {
+  try {
+    std::rethrow_exception(std::current_exception());
+  } catch (const std::bad_alloc& error) {
+    std::fprintf(stderr, "zalt-lts-catalogue: %s\n", error.what());
+    std::_Exit(failure);
+  } catch (...) {
+  }
+  std::abort();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  std::set_terminate(endOnTerminate);
   try {
     return afterWritingOutput(run(argc, argv));
   } catch (const std::exception& error) {
