@@ -18,7 +18,8 @@ Tovra::Locale::LanguageTag canonicalLanguage(const Tovra::Locale::LanguageTag& t
     return tag;
   }
   const std::string& text = tag.tag();
-  return Tovra::Locale::LanguageTag(std::string{lower(text[0]), lower(text[1]), '-', upper(text[3]), upper(text[4])});
+  return Tovra::Locale::LanguageTag(
+      std::string{lower(text[0]), lower(text[1]), '-', upper(text[3]), upper(text[4])});
 }
 
 bool sameLanguage(const Tovra::Locale::LanguageTag& lhs, const Tovra::Locale::LanguageTag& rhs) {

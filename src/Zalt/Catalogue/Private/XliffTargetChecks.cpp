@@ -3,10 +3,10 @@
 
 #include <utf8proc.h>
 
-#include <utility>
 #include <algorithm>
 #include <map>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace Zalt {
@@ -20,7 +20,8 @@ bool isXmlSpace(utf8proc_int32_t codePoint) {
 
 bool isUnicodeSpace(utf8proc_int32_t codePoint) {
   const utf8proc_category_t category = utf8proc_category(codePoint);
-  return category == UTF8PROC_CATEGORY_ZS || category == UTF8PROC_CATEGORY_ZL || category == UTF8PROC_CATEGORY_ZP;
+  return category == UTF8PROC_CATEGORY_ZS || category == UTF8PROC_CATEGORY_ZL ||
+         category == UTF8PROC_CATEGORY_ZP;
 }
 
 // The text of a plural or select argument up to its branches, "{n, plural",
