@@ -58,7 +58,8 @@ struct ZALT_LTSCATALOGUE_EXPORT XliffImport {
   // with an Unreviewed finding.
   std::vector<std::size_t> unreviewed;
 
-  // Moves the texts, files and findings of `other` behind these.
+  // Moves the texts, files, findings and unreviewed texts of `other` behind
+  // these, its indexes shifted past the texts here.
   void append(XliffImport&& other);
 };
 
