@@ -1,5 +1,6 @@
 #include "CatalogueTestSupport.h"
 
+#include <Zalt/Catalogue/LanguageCase.h>
 #include <Zalt/Catalogue/ReadXliff.h>
 
 #include <gmock/gmock.h>
@@ -17,6 +18,13 @@ using namespace CatalogueTestSupport;
 using testing::ElementsAre;
 using Zalt::Catalogue::CatalogueError;
 using Zalt::Catalogue::XliffImport;
+
+// A document of one file in `language` around `units`, which start on line 3.
+std::string xliffOf(const std::string& units, const std::string& language = "de-DE") {
+  return "<xliff version='1.2' xmlns='urn:oasis:names:tc:xliff:document:1.2'>\n<file target-language='" +
+         language + "' source-language='en-US' datatype='plaintext' original='a'><body>\n" + units +
+         "</body></file></xliff>";
+}
 
 // The first problem of a document that yields nothing, placed.
 std::string firstProblem(const std::string& content) {
@@ -135,6 +143,10 @@ TEST(XliffImport, AFileThatIsNotXliffIsAFileProblem) {
   EXPECT_EQ(firstProblem("<xliff><file target-language='it-IT'><trans-unit id='1.-.1.a'>"
                          "<target>x</target>\n<target>y</target></trans-unit></file></xliff>"),
             "x.xlf:2:1: a second target in one trans-unit, where XLIFF 1.2 allows one");
+  EXPECT_EQ(firstProblem(xliffOf("<trans-unit id='1.-.1.outer'><source>a</source>\n <trans-unit "
+                                 "id='1.-.1.inner'><target>b</target></trans-unit><target>c</target>"
+                                 "</trans-unit>\n")),
+            "x.xlf:4:2: a trans-unit inside another, where XLIFF 1.2 allows none");
 
   const std::string path = (std::filesystem::temp_directory_path() / "zalt-xliff-test.xlf").string();
   std::ofstream(path) << "<xliff><file target-language='it-IT'><trans-unit id='1.-.1.a'/></file></xliff>";
@@ -148,6 +160,153 @@ TEST(XliffImport, AFileThatIsNotXliffIsAFileProblem) {
     EXPECT_EQ(placed(error.problems().at(0)).rfind("missing.xlf: cannot be read: ", 0), 0U);
   }
   std::remove(path.c_str());
+}
+
+TEST(XliffImport, BlankTargetsAndUnitsNotToTranslateYieldNothing) {
+  const XliffImport imported = Zalt::Catalogue::readXliff(
+      xliffOf("<trans-unit id='1.-.1.spaces'><target> \t </target></trans-unit>\n"
+              "<trans-unit id='1.-.1.ideographic'><target>\u3000</target></trans-unit>\n"
+              "<trans-unit id='1.-.1.nbsp'><target>\u00A0\u2007\u202F</target></trans-unit>\n"
+              "<trans-unit id='1.-.2.separators'><target>\u2028\r\n\u2029</target></trans-unit>\n"
+              "<trans-unit id='1.-.1.kept'><target>\u00A0x\u3000</target></trans-unit>\n"
+              "<trans-unit id='1.-.1.fixed' translate='no'><source>ID</source></trans-unit>\n"
+              "<trans-unit id='tool-comment' translate='no'><target/></trans-unit>\n"),
+      "x.xlf");
+  EXPECT_THAT(described(imported),
+              ElementsAre("kept@1/-/de-DE '\u00A0x\u3000' x.xlf:8:29",
+                          "untranslated x.xlf:3:31: unit 'spaces' has a blank translation",
+                          "untranslated x.xlf:4:36: unit 'ideographic' has a blank translation",
+                          "untranslated x.xlf:5:29: unit 'nbsp' has a blank translation",
+                          "untranslated x.xlf:6:35: unit 'separators' has a blank translation"));
+}
+
+TEST(XliffImport, TranslationsNoOneSignedOffAreReportedAndCanBeLeftOut) {
+  const std::string units =
+      "<trans-unit id='1.-.1.final'><target state='final'>a</target></trans-unit>\n"
+      "<trans-unit id='1.-.1.review'><target state='needs-review-translation'>b</target></trans-unit>\n"
+      "<trans-unit id='1.-.1.adapt'><target state='needs-adaptation'>c</target></trans-unit>\n"
+      "<trans-unit id='1.-.1.l10n'><target state='needs-l10n'>d</target></trans-unit>\n"
+      "<trans-unit id='1.-.1.rl10n'><target state='needs-review-l10n'>e</target></trans-unit>\n"
+      "<trans-unit id='1.-.1.no' approved='no'><target state='translated'>f</target></trans-unit>\n"
+      "<trans-unit id='1.-.1.yes' approved='yes'><target>g</target></trans-unit>\n"
+      "<trans-unit id='1.-.1.mt'><target state-qualifier='leveraged-mt'>h</target></trans-unit>\n"
+      "<trans-unit id='1.-.1.sug'><target state-qualifier='mt-suggestion'>i</target></trans-unit>\n"
+      "<trans-unit id='1.-.1.tm' approved='yes'><target state-qualifier='exact-match'>j</target>"
+      "</trans-unit>\n";
+  XliffImport imported = Zalt::Catalogue::readXliff(xliffOf(units), "x.xlf");
+  EXPECT_THAT(imported.unreviewed, ElementsAre(1, 2, 3, 4, 5, 7, 8));
+  const std::vector<std::string> found = described(imported);
+  ASSERT_EQ(found.size(), 17U);
+  EXPECT_THAT(
+      std::vector<std::string>(found.begin() + 10, found.end()),
+      ElementsAre("unreviewed x.xlf:4:1: the translation of unit 'review' is not reviewed: its target's "
+                  "state is 'needs-review-translation'",
+                  "unreviewed x.xlf:5:1: the translation of unit 'adapt' is not reviewed: its target's "
+                  "state is 'needs-adaptation'",
+                  "unreviewed x.xlf:6:1: the translation of unit 'l10n' is not reviewed: its target's "
+                  "state is 'needs-l10n'",
+                  "unreviewed x.xlf:7:1: the translation of unit 'rl10n' is not reviewed: its target's "
+                  "state is 'needs-review-l10n'",
+                  "unreviewed x.xlf:8:1: the translation of unit 'no' is not reviewed: the unit is not "
+                  "approved",
+                  "unreviewed x.xlf:10:1: the translation of unit 'mt' is not reviewed: its target is a "
+                  "machine translation ('leveraged-mt')",
+                  "unreviewed x.xlf:11:1: the translation of unit 'sug' is not reviewed: its target is a "
+                  "machine translation ('mt-suggestion')"));
+
+  // Indexes of a later file count the texts of the files before it.
+  imported.append(Zalt::Catalogue::readXliff(xliffOf(units), "y.xlf"));
+  EXPECT_THAT(imported.unreviewed, ElementsAre(1, 2, 3, 4, 5, 7, 8, 11, 12, 13, 14, 15, 17, 18));
+  const XliffImport reviewed = Zalt::Catalogue::withoutUnreviewed(std::move(imported));
+  EXPECT_THAT(reviewed.unreviewed, testing::IsEmpty());
+  EXPECT_EQ(reviewed.findings.size(), 14U);
+  std::string texts;
+  for (const auto& text : reviewed.catalogue.texts) {
+    texts += text.text.text().value() + reviewed.catalogue.location(text).file;
+  }
+  EXPECT_EQ(texts, "ax.xlfgx.xlfjx.xlfay.xlfgy.xlfjy.xlf");
+}
+
+TEST(XliffImport, SegmentedUnitsAreTheirSegmentsUnwrapped) {
+  const XliffImport imported = Zalt::Catalogue::readXliff(
+      xliffOf(
+          "<trans-unit id='1.-.1.two'><source>Stop. Go.</source><seg-source><mrk mtype='seg' mid='1'>Stop."
+          "</mrk> <mrk mtype='seg' mid='2'>Go.</mrk></seg-source>\n<target state='translated'><mrk "
+          "mtype='seg' mid='2'>Los.</mrk>  <mrk mid='1' mtype='seg'>Halt.</mrk></target></trans-unit>\n"
+          "<trans-unit id='1.-.1.lost'><source>A. B.</source><seg-source><mrk mtype='seg' mid='1'>A.</mrk> "
+          "<mrk mtype='seg' mid='2'>B.</mrk></seg-source><target><mrk mtype='seg' mid='1'>A. B.</mrk>"
+          "</target></trans-unit>\n"
+          "<trans-unit id='1.-.1.joined'><source>A.</source><seg-source><mrk mtype='seg' mid='1'>A.</mrk>"
+          "</seg-source><target>A.</target></trans-unit>\n"
+          "<trans-unit id='1.-.1.extra'><source>A.</source><target><mrk mtype='seg' mid='1'>A.</mrk>"
+          "</target></trans-unit>\n"
+          "<trans-unit id='1.-.1.protected'><seg-source><mrk mtype='seg' mid='1'>x</mrk></seg-source>"
+          "<target><mrk mtype='seg' mid='1'>a <mrk mtype='protected'>b</mrk></mrk></target></trans-unit>\n"
+          "<trans-unit id='1.-.1.nested'><target><mrk mtype='seg' mid='1'><mrk mtype='seg' mid='2'>b</mrk>"
+          "</mrk></target></trans-unit>\n"),
+      "x.xlf");
+  EXPECT_THAT(
+      described(imported),
+      ElementsAre(
+          "two@1/-/de-DE 'Los.  Halt.' x.xlf:4:1",
+          "segments x.xlf:5:1: the translation of unit 'lost' has the segments '1' where its source has the "
+          "segments '1', '2'",
+          "segments x.xlf:6:1: the translation of unit 'joined' has no segments where its source has the "
+          "segments '1'",
+          "segments x.xlf:7:1: the translation of unit 'extra' has the segments '1' where its source has no "
+          "segments",
+          "markup x.xlf:8:126: the translation of unit 'protected' holds the element 'mrk': a text holds "
+          "characters only",
+          "markup x.xlf:9:64: the translation of unit 'nested' holds the element 'mrk': a text holds "
+          "characters only"));
+}
+
+TEST(XliffImport, ATranslationKeepsThePlaceholdersAndMarkupOfItsSource) {
+  const auto unit = [](const std::string& ref, const std::string& source, const std::string& target) {
+    return "<trans-unit id='1.-.1." + ref + "'><source>" + source + "</source><target>" + target +
+           "</target></trans-unit>\n";
+  };
+  const XliffImport imported = Zalt::Catalogue::readXliff(
+      xliffOf(unit("lost", "%1$s of %2$d", "von %2$d") + unit("renamed", "{count} left", "{Anzahl} übrig") +
+              unit("bold", "&lt;b&gt;Stop&lt;/b&gt; now", "Jetzt anhalten") +
+              unit("swapped", "%1$s of %2$s", "%2$s: %1$s") + unit("twice", "%s or %s", "%s oder") +
+              unit("plural", "{n, plural, one {# alarm for {bed}} other {# alarms for {bed}}}",
+                   "{n, plural, one {# alarm dla {bed}} few {# alarmy dla {bed}} many {# alarmów dla {bed}} "
+                   "other {# alarmu dla {bed}}}") +
+              unit("flattened", "{n, plural, one {# alarm} other {# alarms}}", "# Alarme") +
+              unit("both", "Bed %1$s: %2$s", "Bett %1$s {x}")),
+      "x.xlf");
+  EXPECT_THAT(
+      described(imported),
+      ElementsAre(
+          "swapped@1/-/de-DE '%2$s: %1$s' x.xlf:6:61",
+          "plural@1/-/de-DE '{n, plural, one {# alarm dla {bed}} few {# alarmy dla {bed}} many {# alarmów "
+          "dla "
+          "{bed}} other {# alarmu dla {bed}}}' x.xlf:8:111",
+          "placeholder x.xlf:3:1: the translation of unit 'lost' lacks '%1$s'",
+          "placeholder x.xlf:4:1: the translation of unit 'renamed' lacks '{count}' and adds '{Anzahl}'",
+          "placeholder x.xlf:5:1: the translation of unit 'bold' lacks '<b>', '</b>'",
+          "placeholder x.xlf:7:1: the translation of unit 'twice' lacks '%s'",
+          "placeholder x.xlf:9:1: the translation of unit 'flattened' lacks '{n, plural'",
+          "placeholder x.xlf:10:1: the translation of unit 'both' lacks '%2$s' and adds '{x}'"));
+}
+
+TEST(XliffImport, TakesTheTargetLanguageInCanonicalCase) {
+  const auto languageOf = [](const std::string& language) {
+    const XliffImport imported = Zalt::Catalogue::readXliff(
+        xliffOf("<trans-unit id='1.-.1.a'><target>t</target></trans-unit>", language), "x.xlf");
+    return imported.catalogue.texts.empty() ? std::string("-")
+                                            : imported.catalogue.texts[0].text.lang()->tag();
+  };
+  EXPECT_EQ(languageOf("it-it"), "it-IT");
+  EXPECT_EQ(languageOf("EN-xa"), "en-XA");
+  EXPECT_EQ(languageOf("de-DE"), "de-DE");
+  EXPECT_EQ(languageOf("it_IT"), "-");
+  using Tovra::Locale::LanguageTag;
+  EXPECT_TRUE(Zalt::Catalogue::sameLanguage(LanguageTag("it-it"), LanguageTag("IT-It")));
+  EXPECT_FALSE(Zalt::Catalogue::sameLanguage(LanguageTag("it-IT"), LanguageTag("it-CH")));
+  EXPECT_FALSE(Zalt::Catalogue::sameLanguage(LanguageTag("it-IT"), LanguageTag("it-IT-x")));
+  EXPECT_EQ(Zalt::Catalogue::canonicalLanguage(LanguageTag("zh-hant-tw")).tag(), "zh-hant-tw");
 }
 
 }  // namespace

@@ -37,6 +37,12 @@ const char* name(Finding::Kind kind) {
       return "markup";
     case Finding::Kind::Lines:
       return "lines";
+    case Finding::Kind::Unreviewed:
+      return "unreviewed";
+    case Finding::Kind::Segments:
+      return "segments";
+    case Finding::Kind::Placeholder:
+      return "placeholder";
   }
   return "unknown";
 }

@@ -49,8 +49,8 @@ struct Finding {
     Unused,
     // An MDIB gives a text inline, where no catalogue can localize it.
     Inline,
-    // An XLIFF unit without a translation: no target, an empty one, or one
-    // whose state is new or needs-translation.
+    // An XLIFF unit without a translation: no target, one that is empty or
+    // white space only, or one whose state is new or needs-translation.
     Untranslated,
     // An XLIFF unit whose id is missing or is not one that writeXliff writes.
     Id,
@@ -60,6 +60,14 @@ struct Finding {
     // An XLIFF translation with another number of lines than its unit's
     // text: the store would file it under another key.
     Lines,
+    // An XLIFF translation that no one has signed off: its state asks for
+    // review or adaptation, its unit is not approved, or it is a machine's.
+    Unreviewed,
+    // A segmented XLIFF unit whose target's segments are not its source's.
+    Segments,
+    // An XLIFF translation that lacks or adds a placeholder, markup written
+    // as text, an escape or an argument of its source.
+    Placeholder,
   };
 
   Kind kind;
@@ -69,7 +77,8 @@ struct Finding {
 
 // The kind's name in JSON: "file", "rejected", "dropped", "languages",
 // "inconsistent", "empty", "width", "missing", "version", "language",
-// "unused", "inline", "untranslated", "id", "markup" or "lines".
+// "unused", "inline", "untranslated", "id", "markup", "lines", "unreviewed",
+// "segments" or "placeholder".
 ZALT_LTSCATALOGUE_EXPORT const char* name(Finding::Kind kind);
 
 // "FILE:LINE:COLUMN: message", or "FILE: message" where no line applies.

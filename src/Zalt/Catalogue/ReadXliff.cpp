@@ -1,10 +1,13 @@
+#include <Zalt/Catalogue/LanguageCase.h>
 #include <Zalt/Catalogue/ReadXliff.h>
 #include <Zalt/Catalogue/XmlNamespaces.h>
 
 #include <Zalt/Catalogue/Private/ReadDocument.h>
+#include <Zalt/Catalogue/Private/XliffTargetChecks.h>
 #include <Zalt/Catalogue/Private/XliffUnitId.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <iterator>
 #include <utility>
@@ -20,7 +23,7 @@ using Tovra::Locale::LanguageTag;
 using Tovra::Locale::Utf8;
 
 // What an open element is to the reader; everything else is Other.
-enum class Role : char { Other, Unit, Target, InTarget };
+enum class Role : char { Other, Unit, Source, SegmentedSource, Target, TargetSegment, InTarget };
 
 // A unit until its end tag.
 struct PendingUnit {
@@ -28,10 +31,18 @@ struct PendingUnit {
   std::optional<Private::UnitKey> key;
   // The id where it does not decode, for the message.
   std::optional<std::string> undecodedId;
+  bool translatable = true;
+  bool approved = true;
+  bool hasSource = false;
+  std::string source;
   bool hasTarget = false;
   Place targetPlace{};
   std::string state;
+  std::string stateQualifier;
   std::string target;
+  // The mids of the segments of <seg-source> and of the target.
+  std::vector<std::string> sourceSegments;
+  std::vector<std::string> targetSegments;
   // The first element inside the target, with its place.
   std::optional<std::pair<std::string, Place>> markup;
 };
@@ -43,6 +54,15 @@ std::string quoted(std::string_view text) { return '\'' + std::string(text) + '\
 
 std::string linesText(std::uint32_t lines) {
   return std::to_string(lines) + (lines == 1 ? " line" : " lines");
+}
+
+std::string attributeValue(const Element& element, std::string_view name) {
+  return std::string(element.attribute(name).value_or(Attribute{}).value);
+}
+
+// Tools that segment a unit wrap each sentence of both texts in one of these.
+bool isSegment(const Element& element) {
+  return isXliff(element.xmlNamespace) && element.name == "mrk" && attributeValue(element, "mtype") == "seg";
 }
 
 class XliffReader : public Private::XmlDocumentReader {
@@ -63,21 +83,24 @@ private:
     Role role = Role::Other;
     if (m_roles.empty()) {
       checkRoot(element);
-    } else if (parent == Role::Target || parent == Role::InTarget) {
+    } else if (parent == Role::Target && isSegment(element)) {
+      role = Role::TargetSegment;
+      m_unit.targetSegments.push_back(attributeValue(element, "mid"));
+    } else if (parent == Role::Target || parent == Role::TargetSegment || parent == Role::InTarget) {
       role = Role::InTarget;
       if (!m_unit.markup) {
         m_unit.markup.emplace(element.qualifiedName(), markupPlace());
       }
+    } else if (parent == Role::SegmentedSource && isSegment(element)) {
+      m_unit.sourceSegments.push_back(attributeValue(element, "mid"));
     } else if (!isXliff(element.xmlNamespace)) {
       // An extension of a tool: nothing of the texts.
     } else if (element.name == "file") {
       beginFile(element);
     } else if (element.name == "trans-unit" && m_fileUsable) {
-      role = Role::Unit;
-      beginUnit(element);
-    } else if (element.name == "target" && parent == Role::Unit) {
-      role = Role::Target;
-      beginTarget(element);
+      role = beginUnit(element);
+    } else if (parent == Role::Unit) {
+      role = childOfUnit(element);
     }
     m_roles.push_back(role);
   }
@@ -91,8 +114,11 @@ private:
   }
 
   void characters(std::string_view data) override {
-    if (!m_roles.empty() && m_roles.back() == Role::Target) {
+    const Role role = m_roles.empty() ? Role::Other : m_roles.back();
+    if (role == Role::Target || role == Role::TargetSegment) {
       m_unit.target += data;
+    } else if (role == Role::Source) {
+      m_unit.source += data;
     }
   }
 
@@ -113,7 +139,8 @@ private:
   // A file's units stand in its target language, which the store must take.
   void beginFile(const Element& element) {
     const auto language = element.attribute("target-language");
-    m_language = LanguageTag(std::string(language.value_or(Attribute{}).value));
+    // Tags do not differ by case, but the store's users look them up as they write them.
+    m_language = canonicalLanguage(LanguageTag(std::string(language.value_or(Attribute{}).value)));
     m_fileUsable = m_language.is2LetterLangAnd2LetterCountry();
     if (!m_fileUsable) {
       find(
@@ -124,20 +151,44 @@ private:
     }
   }
 
-  void beginUnit(const Element& element) {
-    // The target's room is kept from unit to unit, so that most need no allocation.
+  Role beginUnit(const Element& element) {
+    // Which unit an inner one's translation belongs to cannot be told.
+    if (std::find(m_roles.begin(), m_roles.end(), Role::Unit) != m_roles.end()) {
+      problem(markupPlace(), "a trans-unit inside another, where XLIFF 1.2 allows none");
+      return Role::Other;
+    }
+    // The texts' room is kept from unit to unit, so that most need no allocation.
     m_unit.place = markupPlace();
     m_unit.key.reset();
     m_unit.undecodedId.reset();
+    m_unit.translatable = attributeValue(element, "translate") != "no";
+    m_unit.approved = attributeValue(element, "approved") != "no";
+    m_unit.hasSource = false;
+    m_unit.source.clear();
     m_unit.hasTarget = false;
     m_unit.target.clear();
     m_unit.markup.reset();
+    m_unit.sourceSegments.clear();
+    m_unit.targetSegments.clear();
     if (const auto id = element.attribute("id")) {
       m_unit.key = Private::decodeUnitId(id->value);
       if (!m_unit.key) {
         m_unit.undecodedId = std::string(id->value);
       }
     }
+    return Role::Unit;
+  }
+
+  Role childOfUnit(const Element& element) {
+    if (element.name == "target") {
+      beginTarget(element);
+      return Role::Target;
+    }
+    if (element.name == "source") {
+      m_unit.hasSource = true;
+      return Role::Source;
+    }
+    return element.name == "seg-source" ? Role::SegmentedSource : Role::Other;
   }
 
   void beginTarget(const Element& element) {
@@ -148,11 +199,15 @@ private:
     }
     m_unit.hasTarget = true;
     m_unit.targetPlace = markupPlace();
-    m_unit.state = element.attribute("state").value_or(Attribute{}).value;
+    m_unit.state = attributeValue(element, "state");
+    m_unit.stateQualifier = attributeValue(element, "state-qualifier");
   }
 
   void endUnit() {
     PendingUnit& unit = m_unit;
+    if (!unit.translatable) {
+      return;
+    }
     if (!unit.key) {
       find(Finding::Kind::Id, unit.place,
            unit.undecodedId
@@ -170,8 +225,11 @@ private:
       find(Finding::Kind::Markup, unit.markup->second,
            "the translation of " + unitName() + " holds the element " + quoted(unit.markup->first) +
                ": a text holds characters only");
-    } else if (unit.target.empty()) {
-      find(Finding::Kind::Untranslated, unit.targetPlace, unitName() + " has an empty translation");
+    } else if (const auto change = Private::segmentsChange(unit.sourceSegments, unit.targetSegments)) {
+      find(Finding::Kind::Segments, unit.place, "the translation of " + unitName() + ' ' + *change);
+    } else if (Private::isBlank(unit.target)) {
+      find(Finding::Kind::Untranslated, unit.targetPlace,
+           unitName() + (unit.target.empty() ? " has an empty translation" : " has a blank translation"));
     } else {
       addText(unit);
     }
@@ -185,6 +243,18 @@ private:
            "the translation of unit " + quoted(unit.key->ref) + " has " + linesText(lines) +
                " where the source has " + linesText(unit.key->lines));
       return;
+    }
+    if (unit.hasSource) {
+      if (const auto change = Private::keptFormsChange(unit.source, unit.target)) {
+        find(Finding::Kind::Placeholder, unit.place,
+             "the translation of unit " + quoted(unit.key->ref) + ' ' + *change);
+        return;
+      }
+    }
+    if (const auto reason = Private::unreviewedBecause(unit.state, unit.stateQualifier, unit.approved)) {
+      find(Finding::Kind::Unreviewed, unit.place,
+           "the translation of unit " + quoted(unit.key->ref) + " is not reviewed: " + *reason);
+      m_import.unreviewed.push_back(m_import.catalogue.texts.size());
     }
     m_import.catalogue.texts.push_back(
         {Tovra::Mdib::LocalizedText(std::move(text), m_language,
@@ -217,9 +287,28 @@ private:
 }  // namespace
 
 void XliffImport::append(XliffImport&& other) {
+  for (const std::size_t index : other.unreviewed) {
+    unreviewed.push_back(catalogue.texts.size() + index);
+  }
   catalogue.append(std::move(other.catalogue));
   findings.insert(findings.end(), std::make_move_iterator(other.findings.begin()),
                   std::make_move_iterator(other.findings.end()));
+}
+
+XliffImport withoutUnreviewed(XliffImport&& import) {
+  std::vector<CatalogueText> reviewed;
+  reviewed.reserve(import.catalogue.texts.size() - import.unreviewed.size());
+  auto next = import.unreviewed.begin();
+  for (std::size_t index = 0; index < import.catalogue.texts.size(); ++index) {
+    if (next != import.unreviewed.end() && *next == index) {
+      ++next;
+    } else {
+      reviewed.push_back(std::move(import.catalogue.texts[index]));
+    }
+  }
+  import.catalogue.texts = std::move(reviewed);
+  import.unreviewed.clear();
+  return std::move(import);
 }
 
 XliffImport readXliff(std::string_view content, const std::string& fileName) {

@@ -60,22 +60,30 @@ void requireStoreLanguage(const LanguageTag& language, const char* role) {
   }
 }
 
-// A wide character takes the room of two narrow ones, which translation
-// tools count as characters; none for a text without a width or of xxl.
-boost::optional<std::uint32_t> narrowCharactersPerLine(const boost::optional<LocalizedTextWidth>& width) {
+// The characters that translation tools count in a line of `width`: in
+// fullwidth units a wide character takes the room of two narrow ones, which
+// the tools count as characters. None for a text without a width or of xxl.
+boost::optional<std::uint32_t> charactersPerLine(const boost::optional<LocalizedTextWidth>& width,
+                                                 WidthUnit unit) {
   const auto limit = width ? widthLimit(*width) : boost::none;
-  return limit ? boost::optional<std::uint32_t>(2 * *limit) : boost::none;
+  const std::uint32_t perUnit = unit == WidthUnit::Fullwidth ? 2 : 1;
+  return limit ? boost::optional<std::uint32_t>(perUnit * *limit) : boost::none;
 }
+
+// Tools apply maxwidth to the whole target, line breaks included.
+std::uint32_t maxWidth(std::uint32_t perLine, std::uint32_t lines) { return lines * perLine + lines - 1; }
 
 // The width part of each unit's note, by width, and none for a text without one.
 class WidthNotes {
 public:
-  WidthNotes() {
+  explicit WidthNotes(WidthUnit unit) {
     for (const auto& token : textWidthTokens()) {
       std::ostringstream note;
       note << "Width " << token.first << " (" << token.second << "): ";
-      if (const auto limit = narrowCharactersPerLine(token.second)) {
-        note << "at most " << *limit << " narrow characters a line, a wide one counting as two. ";
+      if (const auto limit = charactersPerLine(token.second, unit)) {
+        note << "at most " << *limit
+             << (unit == WidthUnit::Fullwidth ? " narrow characters a line, a wide one counting as two. "
+                                              : " characters a line, a wide one counting as one. ");
       } else {
         note << "no limit to a line. ";
       }
@@ -107,7 +115,7 @@ void appendContent(std::string& out, const LocalizedText& text) {
 }
 
 void appendUnit(std::string& out, const KeyedText& source, const LocalizedText* translation,
-                const WidthNotes& notes) {
+                const WidthNotes& notes, WidthUnit unit) {
   const LocalizedText& text = *source.text;
   const std::string& ref = text.ref().get().value();
   Private::requireXmlText(ref, "Ref", text);
@@ -116,8 +124,8 @@ void appendUnit(std::string& out, const KeyedText& source, const LocalizedText* 
   out += "\" resname=\"";
   Private::appendEscaped(out, ref, true);
   out += R"(" xml:space="preserve")";
-  if (const auto limit = narrowCharactersPerLine(text.textWidth())) {
-    out += R"( maxwidth=")" + std::to_string(*limit) + R"(" size-unit="char")";
+  if (const auto limit = charactersPerLine(text.textWidth(), unit)) {
+    out += R"( maxwidth=")" + std::to_string(maxWidth(*limit, source.key.lines)) + R"(" size-unit="char")";
   }
   out += ">\n        <source>";
   appendContent(out, text);
@@ -135,7 +143,7 @@ void appendUnit(std::string& out, const KeyedText& source, const LocalizedText* 
 }  // namespace
 
 std::string writeXliff(const Catalogue& catalogue, const CatalogueCheck& check, const LanguageTag& from,
-                       const LanguageTag& to, const std::string& original) {
+                       const LanguageTag& to, const std::string& original, WidthUnit unit) {
   requireStoreLanguage(from, "source");
   requireStoreLanguage(to, "target");
   if (!Private::isXmlText(original)) {
@@ -170,9 +178,9 @@ std::string writeXliff(const Catalogue& catalogue, const CatalogueCheck& check, 
   // Growing a document of a hundred thousand units would copy it some twenty
   // times over; its size is known closely enough beforehand.
   out.reserve(size + footer.size());
-  const WidthNotes notes;
+  const WidthNotes notes(unit);
   for (std::size_t index = 0; index < sources.size(); ++index) {
-    appendUnit(out, sources[index], targets[index], notes);
+    appendUnit(out, sources[index], targets[index], notes, unit);
   }
   out += footer;
   return out;

@@ -41,6 +41,7 @@
 #include <Zalt/Catalogue/Catalogue.h>
 #include <Zalt/Catalogue/CatalogueExport.h>
 #include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Catalogue/TextMeasure.h>
 
 #include <string>
 
@@ -53,15 +54,19 @@ namespace Catalogue {
 // by `check` of `catalogue`, in catalogue order. A unit's source is the text,
 // line breaks and carriage returns as they are; its target is the kept text of
 // language `to` under the same key, where there is one, with state
-// "translated". A text with a width has maxwidth, the most narrow characters
-// (a wide one counts two) that a line of its width holds; every unit has a
-// note that says its width and its number of lines.
+// "translated". A text with a width has maxwidth in characters, which tools
+// apply to the whole target: for N lines N times what a line of its width
+// holds plus the N - 1 line breaks. In `unit` Fullwidth a line holds twice its
+// class's limit, as a wide character counts two narrow ones; in Characters
+// the limit itself. Every unit has a note that says its width, what a line
+// holds in `unit`, and its number of lines.
 // Throws std::invalid_argument where `from` or `to` is not a language of the
 // store (ll-CC), or `original` or a text is what no XML file can carry.
 ZALT_LTSCATALOGUE_EXPORT std::string writeXliff(const Catalogue& catalogue, const CatalogueCheck& check,
                                                 const Tovra::Locale::LanguageTag& from,
                                                 const Tovra::Locale::LanguageTag& to,
-                                                const std::string& original);
+                                                const std::string& original,
+                                                WidthUnit unit = WidthUnit::Fullwidth);
 
 }  // namespace Catalogue
 }  // namespace Zalt

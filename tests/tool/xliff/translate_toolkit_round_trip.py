@@ -18,8 +18,9 @@ from pathlib import Path
 from translate.storage import xliff
 
 PARTICIPANT = "{http://standards.ieee.org/downloads/11073/11073-10207-2017/participant}"
-# The narrow characters a line of each width holds; a unit says it in maxwidth.
-MAXWIDTH = {"xs": "8", "s": "16", "m": "24", "l": "32", "xl": "40"}
+# The narrow characters a line of each width holds; a unit's maxwidth is for
+# all its lines and the line breaks between them.
+LINE_WIDTH = {"xs": 8, "s": 16, "m": 24, "l": 32, "xl": 40}
 TOO_WIDE = "Herzfrequenz viel zu hoch"
 TOO_WIDE_KEY = ("alarm.hr.high", "2", "xs", "1")
 
@@ -75,7 +76,9 @@ def main():
         key = key_of(unit.xmlelement.get("id"))
         if sources.get(key) != unit.source or unit.xmlelement.get("resname") != key[0]:
             fail("unit %r: source %r, resname %r" % (unit.getid(), unit.source, unit.xmlelement.get("resname")))
-        if unit.xmlelement.get("maxwidth") != MAXWIDTH.get(key[2]):
+        lines = int(key[3])
+        maxwidth = str(lines * LINE_WIDTH[key[2]] + lines - 1) if key[2] in LINE_WIDTH else None
+        if unit.xmlelement.get("maxwidth") != maxwidth:
             fail("unit %r: maxwidth %r" % (unit.getid(), unit.xmlelement.get("maxwidth")))
         unit.target = translated(unit.source, key)
         expected[key] = unit.target
