@@ -89,7 +89,7 @@ TEST(MdibCoverage, FindsWhatTheCatalogueLacksForEachUse) {
 // A reference is covered only where every use of it is: b's latest version lacks de-DE.
 TEST(MdibCoverage, CountsDistinctReferencesNamedAndCoveredAndTheirUses) {
   const CoverageCheck check = coverageOf(
-      "<pm:Label Ref='a'/><pm:Label Ref='b' Version='1'/><pm:Label Ref='b'/><pm:Label Ref='a'/>"
+      "<pm:Label Ref='a'/><pm:Label Ref='b'/><pm:Label Ref='b' Version='1'/><pm:Label Ref='a'/>"
       "<pm:Label Ref='c'/><pm:Label>x</pm:Label>");
   EXPECT_EQ(check.referencesNamed, 3u);
   EXPECT_EQ(check.uses, 5u);

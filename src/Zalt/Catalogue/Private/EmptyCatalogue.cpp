@@ -41,8 +41,9 @@ std::string emptyMessage(const boost::optional<std::string>& hint) {
   if (hint) {
     return "no localized text found: " + *hint;
   }
-  return "no localized text found: texts are LocalizedText elements of '" + std::string(participantNamespace) +
-         "' or Text elements of a GetLocalizedTextResponse of '" + std::string(messageNamespace) + "'";
+  return "no localized text found: texts are LocalizedText elements of '" +
+         std::string(participantNamespace) + "' or Text elements of a GetLocalizedTextResponse of '" +
+         std::string(messageNamespace) + "'";
 }
 
 void addMisplaced(const MisplacedElement& element, std::vector<Finding>& findings) {
