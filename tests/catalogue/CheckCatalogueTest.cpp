@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -188,6 +189,46 @@ TEST(CatalogueCheck, ReportsControlCharactersInEveryKeptTextWhateverItsWidth) {
           "4 width: TextWidth 'xs' holds at most 4 fullwidth characters a line, but line 2 is 6 wide and "
           "needs 's'",
           "5 width: line 2 holds U+009F, a control character that a display cannot place"));
+}
+
+TEST(CatalogueCheck, AFileWithoutTextsAmongOthersIsAFindingThatTellsWhatTheFileIs) {
+  const std::string pm = "xmlns:pm='" + CatalogueTestSupport::participant() + "'";
+  const std::string msg = "xmlns:msg='" + CatalogueTestSupport::message() + "'";
+  const std::vector<std::pair<std::string, std::string>> files = {
+      {"texts.xml",
+       "<c " + pm + "><pm:LocalizedText Ref='a' Lang='en-US' Version='1'>A</pm:LocalizedText></c>"},
+      {"de.xlf", "<xliff version='1.2' xmlns='urn:oasis:names:tc:xliff:document:1.2'><file/></xliff>"},
+      {"response.xml", "<msg:GetMdibResponse " + msg + "/>"},
+      {"mdib.xml", "<pm:Mdib " + pm + "><pm:MdDescription/></pm:Mdib>"},
+      {"typo.xml", "<c>\n<LocalizedText xmlns='urn:typo' Ref='b'/></c>"},
+      {"written.xml", "<pm:LocalizedTexts " + pm + "/>"},
+      {"reply.xml", "<msg:GetLocalizedTextResponse " + msg + "/>"},
+  };
+  Catalogue all;
+  for (const auto& [name, content] : files) {
+    all.append(Zalt::Catalogue::readCatalogue(content, name));
+  }
+  const std::string noText = "no localized text found: ";
+  const std::string namespaces =
+      "texts are LocalizedText elements of '" + CatalogueTestSupport::participant();
+  std::vector<std::string> placed;
+  for (const Finding& finding : checkCatalogue(all).findings) {
+    placed.push_back(std::string(name(finding.kind)) + ' ' + Zalt::Catalogue::placed(finding));
+  }
+  EXPECT_THAT(placed,
+              testing::ElementsAre("empty de.xlf: " + noText + "an XLIFF file: use xliff import",
+                                   "empty response.xml: " + noText + "an MDIB: use coverage --mdib",
+                                   "empty mdib.xml: " + noText + "an MDIB: use coverage --mdib",
+                                   testing::StartsWith("empty typo.xml:2:1: " + noText +
+                                                       "this LocalizedText is in the namespace 'urn:typo'"),
+                                   testing::StartsWith("empty written.xml: " + noText + namespaces),
+                                   testing::StartsWith("empty reply.xml: " + noText + namespaces)));
+
+  // Without any text, the first file's kind is the one finding.
+  const auto alone = checkCatalogue(Zalt::Catalogue::readCatalogue(files[1].second, "de.xlf")).findings;
+  EXPECT_THAT(alone,
+              testing::ElementsAre(Finding{
+                  Finding::Kind::Empty, {"de.xlf", 0, 0}, noText + "an XLIFF file: use xliff import"}));
 }
 
 }  // namespace

@@ -86,10 +86,13 @@ TEST(MdibCoverage, FindsWhatTheCatalogueLacksForEachUse) {
   }
 }
 
-TEST(MdibCoverage, CountsTheReferencesNamedAndCovered) {
+// A reference is covered only where every use of it is: b's latest version lacks de-DE.
+TEST(MdibCoverage, CountsDistinctReferencesNamedAndCoveredAndTheirUses) {
   const CoverageCheck check = coverageOf(
-      "<pm:Label Ref='a'/><pm:Label Ref='b'/><pm:Label Ref='b' Version='1'/><pm:Label>x</pm:Label>");
+      "<pm:Label Ref='a'/><pm:Label Ref='b'/><pm:Label Ref='b' Version='1'/><pm:Label Ref='a'/>"
+      "<pm:Label Ref='c'/><pm:Label>x</pm:Label>");
   EXPECT_EQ(check.referencesNamed, 3u);
+  EXPECT_EQ(check.uses, 5u);
   EXPECT_EQ(check.covered, 2u);
 }
 
@@ -101,6 +104,22 @@ TEST(MdibCoverage, ReportsReferencesNeverNamedAtTheirFirstKeptText) {
                   Finding{Kind::Unused, {"texts.xml", 4, 1}, "reference 'b' is not named by the MDIB"},
                   Finding{Kind::Unused, {"texts.xml", 7, 1}, "reference 'c' is not named by the MDIB"}));
   EXPECT_THAT(coverageOf(body, true).findings, testing::SizeIs(1));
+}
+
+// An MDIB given as the catalogue yields no text: one finding says so, not a
+// missing one per reference.
+TEST(MdibCoverage, ACatalogueWithoutTextsIsOneFindingAtItsFile) {
+  const std::string body = "<pm:Label Ref='a'/><pm:Label Ref='b'/><pm:Label Ref='a'/>";
+  const auto catalogue = Zalt::Catalogue::readCatalogue(mdib(body), "texts.xml");
+  const CoverageCheck check = checkCoverage(readMdibTexts(mdib(body), "mdib.xml"), catalogue,
+                                            Zalt::Catalogue::checkCatalogue(catalogue));
+  EXPECT_THAT(
+      check.findings,
+      testing::ElementsAre(Finding{
+          Kind::Empty, {"texts.xml", 0, 0}, "no localized text found: an MDIB: use coverage --mdib"}));
+  EXPECT_EQ(check.referencesNamed, 2u);
+  EXPECT_EQ(check.uses, 3u);
+  EXPECT_EQ(check.covered, 0u);
 }
 
 }  // namespace

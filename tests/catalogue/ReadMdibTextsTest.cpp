@@ -100,4 +100,20 @@ TEST(MdibTexts, ReadsFilesInOrderAndNamesEachUsesFile) {
   std::filesystem::remove(path);
 }
 
+TEST(MdibTexts, RefusesACatalogueButReadsTextsAmongMdibContent) {
+  const Finding catalogue{
+      Kind::File, {"mdib.xml", 0, 0}, "holds localized texts and no MDIB content: is it a catalogue?"};
+  const std::string pm = "xmlns:pm='" + participant() + "'";
+  const std::string text = "<pm:LocalizedText Ref='a' Lang='en-US' Version='1'>A</pm:LocalizedText>";
+  const std::vector<std::string> catalogues = {
+      "<c " + pm + ">" + text + "</c>", "<pm:LocalizedTexts " + pm + ">" + text + "</pm:LocalizedTexts>",
+      "<msg:GetLocalizedTextResponse xmlns:msg='" + message() +
+          "'><msg:Text Ref='a'>A</msg:Text></msg:GetLocalizedTextResponse>"};
+  for (const std::string& content : catalogues) {
+    EXPECT_THAT(problemsOf(content), testing::ElementsAre(catalogue)) << content;
+  }
+  EXPECT_EQ(readMdibTexts("<c " + pm + ">" + text + "<pm:Label Ref='b'/></c>", "mdib.xml").uses.size(), 2u);
+  EXPECT_TRUE(readMdibTexts("<c xmlns='urn:other'><LocalizedText Ref='a'/></c>", "mdib.xml").uses.empty());
+}
+
 }  // namespace

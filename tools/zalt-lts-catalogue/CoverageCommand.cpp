@@ -101,10 +101,10 @@ Outcome judge(const CoverageRequest& request) {
 void printText(const Outcome& outcome) {
   printPlaced(std::cout, outcome.reported);
   const Zalt::Catalogue::CoverageCheck& coverage = outcome.coverage;
-  std::cout << "coverage: " << counted(coverage.referencesNamed, "reference", "references") << " named, "
-            << coverage.covered << " covered in every language, "
-            << countedOrNo(outcome.reported.size(), "finding", "findings") << ", "
-            << escapedForTerminal(inlineSummary(outcome.inlineTexts)) << '\n';
+  std::cout << "coverage: " << counted(coverage.referencesNamed, "reference", "references") << " named in "
+            << counted(coverage.uses, "use", "uses") << ", " << coverage.covered
+            << " covered in every language, " << countedOrNo(outcome.reported.size(), "finding", "findings")
+            << ", " << escapedForTerminal(inlineSummary(outcome.inlineTexts)) << '\n';
 }
 
 // Every text that the MDIB names and the catalogue lacks in a language or in
@@ -122,6 +122,7 @@ int coverage(const CoverageRequest& request) {
                   [](const Finding& finding) { return finding.kind == Finding::Kind::File; });
   if (request.json) {
     printJson({{"referencesNamed", outcome.coverage.referencesNamed},
+               {"uses", outcome.coverage.uses},
                {"covered", outcome.coverage.covered},
                {"inline", inlineJson(outcome.inlineTexts)},
                {"findings", findingsJson(outcome.coverage.findings)}});
@@ -150,9 +151,10 @@ void addCoverage(CLI::App& parent, Runner& chosen) {
                     "Leave out the references of the catalogue that the MDIB never names");
   command->add_flag("--require-refs", request.requireRefs,
                     "Report each text that the MDIB gives inline, without a Ref, as a finding");
-  command->add_flag("--json", request.json,
-                    "Print one JSON document {referencesNamed, covered, inline: [{lang, texts}], findings}, "
-                    "inline texts and file problems too");
+  command->add_flag(
+      "--json", request.json,
+      "Print one JSON document {referencesNamed, uses, covered, inline: [{lang, texts}], findings}, "
+      "inline texts and file problems too");
 }
 
 }  // namespace ZaltCatalogueTool

@@ -23,9 +23,13 @@ void Catalogue::append(Catalogue&& other) {
   for (CatalogueText& text : other.texts) {
     text.file += firstFile;
   }
+  for (CatalogueFileContent& content : other.contents) {
+    content.file += firstFile;
+  }
   moveBehind(files, std::move(other.files));
   moveBehind(texts, std::move(other.texts));
   moveBehind(misplaced, std::move(other.misplaced));
+  moveBehind(contents, std::move(other.contents));
 }
 
 SourceLocation Catalogue::location(const CatalogueText& text) const {

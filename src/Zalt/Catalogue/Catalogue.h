@@ -14,6 +14,7 @@
 #include <Zalt/Catalogue/CatalogueExport.h>
 #include <Zalt/Catalogue/SourceLocation.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -40,6 +41,17 @@ struct MisplacedElement {
   std::string xmlNamespace;
 };
 
+// What one file read as a catalogue holds: its root element and how many
+// texts it yielded, which tells an XLIFF file or an MDIB given in its place.
+struct CatalogueFileContent {
+  // The index of the file in Catalogue::files.
+  std::uint32_t file;
+  // The root element's local name and namespace (empty for none).
+  std::string rootName;
+  std::string rootNamespace;
+  std::size_t texts;
+};
+
 // The texts of one or more files, in the order read.
 struct ZALT_LTSCATALOGUE_EXPORT Catalogue {
   // The files read, named as given ("<stdin>" for standard input).
@@ -47,8 +59,10 @@ struct ZALT_LTSCATALOGUE_EXPORT Catalogue {
   std::vector<CatalogueText> texts;
   // The first of each name and namespace per file.
   std::vector<MisplacedElement> misplaced;
+  // One per file read by ReadCatalogue.h, in file order; none for texts made otherwise.
+  std::vector<CatalogueFileContent> contents = {};
 
-  // Moves the files, texts and misplaced elements of `other` behind these.
+  // Moves the files, texts, misplaced elements and contents of `other` behind these.
   void append(Catalogue&& other);
 
   // Where `text`, one of `texts`, stands.

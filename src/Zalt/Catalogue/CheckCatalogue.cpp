@@ -1,7 +1,7 @@
 #include <Zalt/Catalogue/CheckCatalogue.h>
 
+#include <Zalt/Catalogue/Private/EmptyCatalogue.h>
 #include <Zalt/Catalogue/TextWidthTokens.h>
-#include <Zalt/Catalogue/XmlNamespaces.h>
 #include <Zalt/Errors/InternalConsistencyFailure.h>
 #include <Zalt/Localization/Private/Common/LanguageConsistencyCheck.h>
 #include <Zalt/Localization/Private/Common/LocalizedTextStoreKeyView.h>
@@ -75,14 +75,6 @@ std::string languagesMessage(const Group& group, const Languages& missing, const
   return message;
 }
 
-std::string misplacedMessage(const MisplacedElement& element) {
-  const std::string_view expected = element.name == "Text" ? messageNamespace : participantNamespace;
-  const std::string stands =
-      element.xmlNamespace.empty() ? "in no namespace" : "in the namespace '" + element.xmlNamespace + "'";
-  return "no localized text found: this " + element.name + " is " + stands + ", not in '" +
-         std::string(expected) + "'";
-}
-
 std::string widthMessage(Tovra::Mdib::LocalizedTextWidth declared, const TextMeasure& measure,
                          WidthUnit unit) {
   const char* const units = unit == WidthUnit::Fullwidth ? " fullwidth characters" : " characters";
@@ -113,9 +105,10 @@ public:
 
   CatalogueCheck run() && {
     if (m_catalogue.texts.empty()) {
-      reportEmpty();
+      m_check.findings = Private::emptyCatalogueFindings(m_catalogue);
       return std::move(m_check);
     }
+    m_check.findings = Private::emptyFileFindings(m_catalogue);
     std::vector<FiledText> filed = judgeEach();
     // Equal keys in catalogue order, so that the text that the store keeps comes first.
     std::sort(filed.begin(), filed.end(), [this](const FiledText& lhs, const FiledText& rhs) {
@@ -261,22 +254,6 @@ private:
     }
     if (*text.textWidth() < m_measure.measuredClass) {
       report(index, Finding::Kind::Width, widthMessage(*text.textWidth(), m_measure, m_unit));
-    }
-  }
-
-  void reportEmpty() {
-    if (m_catalogue.misplaced.empty()) {
-      const SourceLocation location{m_catalogue.files.empty() ? std::string() : m_catalogue.files.front(), 0,
-                                    0};
-      m_check.findings.push_back({Finding::Kind::Empty, location,
-                                  "no localized text found: texts are LocalizedText elements of '" +
-                                      std::string(participantNamespace) +
-                                      "' or Text elements of a GetLocalizedTextResponse of '" +
-                                      std::string(messageNamespace) + "'"});
-      return;
-    }
-    for (const MisplacedElement& element : m_catalogue.misplaced) {
-      m_check.findings.push_back({Finding::Kind::Empty, element.location, misplacedMessage(element)});
     }
   }
 

@@ -8,8 +8,9 @@
 //   - each reference and version that lacks a language which at least half of
 //     all references and versions have, or has one which fewer than half have;
 //   - the store's own message if its language check fails;
-//   - a catalogue without any text, with a hint where elements named like
-//     texts stand in another namespace or in none;
+//   - a catalogue without any text, or a file without any among files with
+//     texts, with a hint: an XLIFF file or an MDIB by its root element, or
+//     elements named like texts in another namespace or in none;
 //   - each kept text whose declared TextWidth is narrower than its widest
 //     line needs (measureText); a text without a TextWidth is not compared;
 //   - each kept text, declared width or not, that holds a control character
@@ -36,10 +37,11 @@ namespace Zalt {
 namespace Catalogue {
 
 struct CatalogueCheck {
-  // In the order of the texts they stand at; the failed language check, if
-  // any, comes last and stands at the first text of the offending reference
-  // and version. Empty exactly when the catalogue holds texts and a device
-  // store takes every one of them in one add without an error.
+  // The files without texts in file order, then the others in the order of
+  // the texts they stand at; the failed language check, if any, comes last
+  // and stands at the first text of the offending reference and version.
+  // Empty exactly when every file holds texts and a device store takes every
+  // one of them in one add without an error.
   std::vector<Finding> findings;
   // The indexes, ascending, of the texts that the store keeps.
   std::vector<std::size_t> kept;

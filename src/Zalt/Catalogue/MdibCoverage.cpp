@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -111,14 +112,23 @@ std::string versionsOf(Entries first, Entries last) {
 class CoverageChecker {
 public:
   CoverageChecker(const MdibTexts& mdib, const Catalogue& catalogue, const CatalogueCheck& check)
-      : m_mdib(mdib), m_catalogue(catalogue), m_index(catalogue, check), m_named(m_index.entries().size()) {}
+      : m_mdib(mdib),
+        m_catalogue(catalogue),
+        m_check(check),
+        m_index(catalogue, check),
+        m_named(m_index.entries().size()) {}
 
   CoverageCheck run(bool allowUnused) && {
     if (m_mdib.uses.empty()) {
-      // Most likely not the MDIB meant (a catalogue, say): nothing is covered,
+      // Most likely not the MDIB meant: nothing is covered,
       // however well the catalogue matches.
       const std::string file = m_mdib.files.empty() ? std::string() : m_mdib.files.front();
       m_result.findings.push_back({Finding::Kind::Empty, {file, 0, 0}, "the MDIB names no text"});
+    }
+    if (m_catalogue.texts.empty()) {
+      // An MDIB given as the catalogue, say: the check tells why once, where
+      // each reference would be missing.
+      m_result.findings.insert(m_result.findings.end(), m_check.findings.begin(), m_check.findings.end());
     }
     for (const MdibTextUse& use : m_mdib.uses) {
       if (use.isInline) {
@@ -132,12 +142,21 @@ public:
     if (!allowUnused) {
       addUnused();
     }
+    m_result.referencesNamed = m_coveredInEveryUse.size();
+    m_result.covered =
+        static_cast<std::size_t>(std::count_if(m_coveredInEveryUse.begin(), m_coveredInEveryUse.end(),
+                                               [](const auto& reference) { return reference.second; }));
     return std::move(m_result);
   }
 
 private:
   void checkReference(const MdibTextUse& use) {
-    ++m_result.referencesNamed;
+    ++m_result.uses;
+    bool& covered = m_coveredInEveryUse.emplace(use.ref, true).first->second;
+    if (m_catalogue.texts.empty()) {
+      covered = false;
+      return;
+    }
     const auto [first, last] = m_index.ofReference(use.ref);
     if (use.lang && !std::binary_search(m_index.languages().begin(), m_index.languages().end(), *use.lang)) {
       add(Finding::Kind::Language, use,
@@ -145,6 +164,7 @@ private:
               "' is not a language of the catalogue (it has " + listed(m_index.languages()) + ")");
     }
     if (first == last) {
+      covered = false;
       if (firstOf(use.ref, std::nullopt)) {
         add(Finding::Kind::Missing, use, "the catalogue has no text for reference '" + use.ref + "'");
       }
@@ -154,6 +174,7 @@ private:
     const std::uint64_t version = use.version ? *use.version : std::prev(last)->version;
     const auto [from, to] = TextIndex::ofVersion(first, last, version);
     if (from == to) {
+      covered = false;
       if (firstOf(use.ref, version)) {
         add(Finding::Kind::Version, use,
             "the catalogue has reference '" + use.ref + "' in " + versionsOf(first, last) +
@@ -167,9 +188,8 @@ private:
     Languages lacking;
     std::set_difference(m_index.languages().begin(), m_index.languages().end(), held.begin(), held.end(),
                         std::back_inserter(lacking));
-    if (lacking.empty()) {
-      ++m_result.covered;
-    } else if (firstOf(use.ref, version)) {
+    covered = covered && lacking.empty();
+    if (!lacking.empty() && firstOf(use.ref, version)) {
       add(Finding::Kind::Missing, use,
           "reference '" + use.ref + "' version " + std::to_string(version) + " lacks " + listed(lacking));
     }
@@ -207,10 +227,13 @@ private:
 
   const MdibTexts& m_mdib;
   const Catalogue& m_catalogue;
+  const CatalogueCheck& m_check;
   const TextIndex m_index;
   // By the index of a reference's first entry: whether a use names it.
   std::vector<bool> m_named;
   std::set<std::pair<std::string_view, std::optional<std::uint64_t>>> m_reported;
+  // By reference named: whether the catalogue covers every use of it.
+  std::map<std::string_view, bool> m_coveredInEveryUse;
   CoverageCheck m_result;
 };
 

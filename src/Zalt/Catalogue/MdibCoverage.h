@@ -30,9 +30,13 @@ struct CoverageCheck {
   // Empty where the MDIB names no text; the findings of the uses in their
   // order (Missing, Version, Language and Inline), then the Unused ones in catalogue order.
   std::vector<Finding> findings;
-  // The uses that name a text by reference.
+  // The distinct references that the uses name, each counted once.
   std::size_t referencesNamed = 0;
-  // Those of them that the catalogue holds in their version in every language it holds.
+  // The uses that name a text by reference: a reference named in a
+  // descriptor and in its state is two.
+  std::size_t uses = 0;
+  // The references of which the catalogue holds every use's version in every
+  // language it holds.
   std::size_t covered = 0;
 };
 
@@ -46,7 +50,9 @@ struct CoverageCheck {
 //   - Unused: a reference of the catalogue that no use names, at its first
 //     kept text; left out with `allowUnused`;
 //   - Inline: each text given inline;
-//   - Empty: the MDIB names no text at all, by reference or inline.
+//   - Empty: the MDIB names no text at all, by reference or inline; or the
+//     catalogue holds no text, with the findings of `check` that say why,
+//     in place of a Missing finding for every reference.
 // Sorts the kept texts once and looks each use up in them: the cost grows as
 // n log n in the kept texts and as log n per use.
 ZALT_LTSCATALOGUE_EXPORT CoverageCheck checkCoverage(const MdibTexts& mdib, const Catalogue& catalogue,

@@ -45,11 +45,17 @@ public:
   Catalogue result() && {
     giveBackRoom();
     m_catalogue.files.push_back(fileName());
+    m_catalogue.contents.push_back(
+        {0, std::move(m_rootName), std::move(m_rootNamespace), m_catalogue.texts.size()});
     return std::move(m_catalogue);
   }
 
 private:
   void startElement(const Element& element) override {
+    if (m_open.empty()) {
+      m_rootName = element.name;
+      m_rootNamespace = element.xmlNamespace;
+    }
     const bool parentIsResponse = !m_open.empty() && m_open.back() == Open::Response;
     Open kind = Open::Other;
     if (element.xmlNamespace == messageNamespace && element.name == "GetLocalizedTextResponse") {
@@ -168,6 +174,8 @@ private:
   bool m_inText = false;
   std::size_t m_textLevel = 0;
   PendingText m_text;
+  std::string m_rootName;
+  std::string m_rootNamespace;
   Catalogue m_catalogue;
 };
 

@@ -57,6 +57,7 @@ private:
     if (element.xmlNamespace != participantNamespace && element.xmlNamespace != messageNamespace) {
       return;
     }
+    noteContent(element);
     const Place place = markupPlace();
     std::optional<std::string> lang;
     if (const auto attribute = element.attribute("Lang")) {
@@ -90,6 +91,9 @@ private:
   }
 
   void endElement() override {
+    if (depth() == 0 && m_holdsTexts && !m_holdsMdibContent) {
+      problem({0, 0}, "holds localized texts and no MDIB content: is it a catalogue?");
+    }
     if (m_inline.empty() || m_inline.back().level != depth()) {
       return;
     }
@@ -116,7 +120,21 @@ private:
 
   void dropResults() override { m_texts.uses = {}; }
 
+  // A catalogue's Ref attributes would pass for references that an MDIB names,
+  // each covered by itself: a document of catalogue elements alone is not
+  // taken for an MDIB.
+  void noteContent(const Element& element) {
+    const bool inParticipant = element.xmlNamespace == participantNamespace;
+    if ((inParticipant && element.name == "LocalizedText") || (!inParticipant && element.name == "Text")) {
+      m_holdsTexts = true;
+    } else if (element.name != (inParticipant ? "LocalizedTexts" : "GetLocalizedTextResponse")) {
+      m_holdsMdibContent = true;
+    }
+  }
+
   std::vector<PendingInline> m_inline;
+  bool m_holdsTexts = false;
+  bool m_holdsMdibContent = false;
   MdibTexts m_texts;
 };
 

@@ -8,7 +8,10 @@
 //
 // An MDIB document (a GetMdibResponse, an Mdib, or anything that holds MDIB
 // content) is read by the same conforming parser as a catalogue, with the same
-// refusals and file problems. A text use is every element of the participant or
+// refusals and file problems; a document whose elements of the participant and
+// message namespaces are a catalogue's alone (LocalizedText, LocalizedTexts,
+// GetLocalizedTextResponse and its Text), with at least one text, is a file
+// problem too. A text use is every element of the participant or
 // the message namespace, at any depth and under any prefix, that carries an
 // unprefixed Ref attribute, with its Version (an unsigned 64-bit decimal; any
 // other is a file problem) and Lang if given:
