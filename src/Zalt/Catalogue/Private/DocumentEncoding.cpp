@@ -29,14 +29,16 @@ constexpr std::array<ByteOrderMark, 3> byteOrderMarks = {{
 
 // Encoding names are ASCII, and a declaration may spell them in any case.
 bool sameName(std::string_view known, std::string_view name) {
-  return known.size() == name.size() && std::equal(known.begin(), known.end(), name.begin(), [](char lhs, char rhs) {
+  return known.size() == name.size() &&
+         std::equal(known.begin(), known.end(), name.begin(), [](char lhs, char rhs) {
            return lhs == (rhs >= 'a' && rhs <= 'z' ? rhs - 'a' + 'A' : rhs);
          });
 }
 
 template <std::size_t size>
 bool isOneOf(const std::array<std::string_view, size>& names, std::string_view name) {
-  return std::any_of(names.begin(), names.end(), [name](std::string_view known) { return sameName(known, name); });
+  return std::any_of(names.begin(), names.end(),
+                     [name](std::string_view known) { return sameName(known, name); });
 }
 
 }  // namespace
