@@ -405,4 +405,31 @@ TEST(CatalogueReader, ReadsSeveralFilesAsOneCatalogueOrReportsTheProblemsOfAll) 
   }
 }
 
+// The parser would follow the declaration and garble every non-ASCII
+// character; a mark and a declaration that agree read as ever.
+TEST(CatalogueReader, RefusesAByteOrderMarkThatTheDeclarationContradicts) {
+  const std::string body = open() + "<pm:LocalizedText Ref='r'>\xC3\xA4</pm:LocalizedText></c>";
+  const auto declared = [&](const std::string& encoding) {
+    return "<?xml version='1.0' encoding='" + encoding + "'?>" + body;
+  };
+  const std::string utf8Mark = "\xEF\xBB\xBF";
+  const std::pair<std::string, std::string> refused[] = {
+      {utf8Mark + declared("ISO-8859-1"), "UTF-8 but the declaration says 'ISO-8859-1'"},
+      {utf16(declared("UTF-8"), false), "UTF-16LE but the declaration says 'UTF-8'"},
+      {utf16(declared("utf-8"), true), "UTF-16BE but the declaration says 'utf-8'"},
+      {utf16(declared("UTF-16BE"), false), "UTF-16LE but the declaration says 'UTF-16BE'"},
+  };
+  for (const auto& each : refused) {
+    EXPECT_THAT(problemsOf(each.first),
+                testing::ElementsAre(problem(1, 1, "the byte-order mark says " + each.second)))
+        << each.first;
+  }
+  const std::string agreeing[] = {utf8Mark + declared("utf-8"),       utf8Mark + body,
+                                  utf16(declared("UTF-16"), false),   utf16(declared("UTF16"), true),
+                                  utf16(declared("UTF-16LE"), false), latin1(declared("ISO-8859-1"))};
+  for (const std::string& each : agreeing) {
+    EXPECT_EQ(outcomeOf(each).catalogue.texts.at(0).text.text().value(), "\xC3\xA4") << each;
+  }
+}
+
 }  // namespace

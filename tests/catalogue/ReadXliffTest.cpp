@@ -1,6 +1,7 @@
 #include "CatalogueTestSupport.h"
 
 #include <Zalt/Catalogue/LanguageCase.h>
+#include <Zalt/Catalogue/ReadCatalogue.h>
 #include <Zalt/Catalogue/ReadXliff.h>
 
 #include <gmock/gmock.h>
@@ -307,6 +308,28 @@ TEST(XliffImport, TakesTheTargetLanguageInCanonicalCase) {
   EXPECT_FALSE(Zalt::Catalogue::sameLanguage(LanguageTag("it-IT"), LanguageTag("it-CH")));
   EXPECT_FALSE(Zalt::Catalogue::sameLanguage(LanguageTag("it-IT"), LanguageTag("it-IT-x")));
   EXPECT_EQ(Zalt::Catalogue::canonicalLanguage(LanguageTag("zh-hant-tw")).tag(), "zh-hant-tw");
+}
+
+// Older tools name the XLIFF 1.2 definition; it is never fetched, and nothing
+// but the vocabulary is taken from a document type declaration.
+TEST(XliffImport, PassesOverADocumentTypeThatOnlyNamesTheDefinition) {
+  const std::string doctype =
+      "<!DOCTYPE xliff PUBLIC \"-//XLIFF//DTD XLIFF//EN\" "
+      "\"http://www.oasis-open.org/committees/xliff/documents/xliff.dtd\">\n";
+  const std::string body =
+      "<xliff version='1.2'><file target-language='it-IT'><body><trans-unit id='2.-.1.a'><source>A</source>"
+      "<target>B</target></trans-unit></body></file></xliff>";
+  EXPECT_THAT(described(Zalt::Catalogue::readXliff("<?xml version='1.0'?>\n" + doctype + body, "d.xlf")),
+              ElementsAre("a@2/-/it-IT 'B' d.xlf:3:101"));
+  EXPECT_EQ(firstProblem("<!DOCTYPE xliff SYSTEM 'x.dtd' [<!ENTITY e 'x'>]>" + body),
+            "x.xlf:1:1: an internal subset is not allowed in an XLIFF file (nothing is expanded or fetched)");
+  EXPECT_EQ(
+      firstProblem(doctype + "<xliff><file><trans-unit id='1.-.1.a'><target>&nbsp;</target></trans-unit>"
+                             "</file></xliff>"),
+      "x.xlf:2:53: malformed XML: Entity 'nbsp' not defined");
+  EXPECT_EQ(placed(problemsReading(Zalt::Catalogue::readCatalogue, doctype + "<c/>", "c.xml").at(0)),
+            "c.xml:1:1: a document type declaration is not allowed in a catalogue file (nothing is expanded "
+            "or fetched)");
 }
 
 }  // namespace

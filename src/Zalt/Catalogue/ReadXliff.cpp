@@ -70,7 +70,8 @@ public:
   using Result = XliffImport;
 
   XliffReader(std::string fileName, std::size_t expectedSize)
-      : XmlDocumentReader(std::move(fileName), expectedSize, "an XLIFF file") {}
+      : XmlDocumentReader(std::move(fileName), expectedSize, "an XLIFF file",
+                          DocumentType::SkippedWithoutInternalSubset) {}
 
   XliffImport result() && {
     m_import.catalogue.files.push_back(fileName());

@@ -1,6 +1,7 @@
 #include <Zalt/Catalogue/Private/XmlDocumentReader.h>
 
 #include <Zalt/Catalogue/Private/AttributeValues.h>
+#include <Zalt/Catalogue/Private/DocumentEncoding.h>
 #include <Zalt/Catalogue/Private/ParserMemory.h>
 
 #include <boost/regex/pending/unicode_iterator.hpp>
@@ -20,19 +21,8 @@ namespace {
 // garbage must not turn into millions of them.
 constexpr std::size_t listedProblems = 1000;
 
-// The encodings that the parser converts itself, by their names and aliases.
-constexpr std::array<std::string_view, 11> readEncodings = {
-    "UTF-8",      "UTF8",        "UTF-16",      "UTF16",    "UTF-16LE", "UTF-16BE",
-    "ISO-8859-1", "ISO-LATIN-1", "ISO LATIN 1", "US-ASCII", "ASCII"};
-
-bool isReadEncoding(std::string_view name) {
-  return std::any_of(readEncodings.begin(), readEncodings.end(), [name](std::string_view known) {
-    return known.size() == name.size() &&
-           std::equal(known.begin(), known.end(), name.begin(), [](char lhs, char rhs) {
-             return lhs == (rhs >= 'a' && rhs <= 'z' ? rhs - 'a' + 'A' : rhs);
-           });
-  });
-}
+// Enough of the document's start to hold any byte-order mark.
+constexpr std::size_t markBytes = 3;
 
 // The parser's reasons end in a line feed and some span two lines.
 std::string oneLine(const char* message) {
@@ -59,10 +49,11 @@ bool isUtf8(const xmlChar* data, int size) {
 }  // namespace
 
 XmlDocumentReader::XmlDocumentReader(std::string fileName, std::size_t expectedSize,
-                                     std::string_view documentKind)
+                                     std::string_view documentKind, DocumentType documentType)
     : m_fileName(std::move(fileName)),
       m_expectedSize(expectedSize),
       m_documentKind(documentKind),
+      m_documentType(documentType),
       m_channel(*this) {
   const std::size_t failedBefore = failedParserAllocations();
   // The parser's global tables are set up once, before any thread uses them.
@@ -73,10 +64,10 @@ XmlDocumentReader::XmlDocumentReader(std::string fileName, std::size_t expectedS
   if (!m_context || failedParserAllocations() != failedBefore) {
     throw std::bad_alloc();
   }
-  // No document type declaration gets past refuseDocumentType, so there is
-  // never an entity to expand but the five predefined ones, which this makes
-  // the parser decode in attribute values too. Nothing is fetched, and no
-  // depth of nesting is refused.
+  // No internal subset gets past documentType, and no handler for an
+  // external one is set, so there is never an entity to expand but the five
+  // predefined ones, which this makes the parser decode in attribute values
+  // too. Nothing is fetched, and no depth of nesting is refused.
   xmlCtxtUseOptions(m_context.get(), XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_HUGE);
 }
 
@@ -95,6 +86,7 @@ XmlDocumentReader::MessageChannel::~MessageChannel() {
 }
 
 void XmlDocumentReader::feed(const char* data, std::size_t size) {
+  m_firstBytes.append(data, std::min(size, markBytes - m_firstBytes.size()));
   if (size > 0 && !m_stopped) {
     parse(data, size, false);
   }
@@ -147,7 +139,7 @@ const xmlSAXHandler& XmlDocumentReader::events() {
     sax.initialized = XML_SAX2_MAGIC;
     sax.startDocument = [](void* self) { dispatch(self, [](auto& reader) { reader.checkDeclaration(); }); };
     sax.internalSubset = [](void* self, const xmlChar*, const xmlChar*, const xmlChar*) {
-      dispatch(self, [](auto& reader) { reader.refuseDocumentType(); });
+      dispatch(self, [](auto& reader) { reader.documentType(); });
     };
     sax.startElementNs = [](void* self, const xmlChar* local, const xmlChar* prefix, const xmlChar* uri, int,
                             const xmlChar**, int count, int, const xmlChar** attributes) {
@@ -221,6 +213,19 @@ void XmlDocumentReader::checkDeclaration() {
       return;
     }
   }
+  checkByteOrderMark();
+}
+
+// The parser follows the declaration over the mark: a UTF-8 file declared
+// ISO-8859-1 would read without a word, each of its non-ASCII characters as
+// two others.
+void XmlDocumentReader::checkByteOrderMark() {
+  const std::string_view marked = markedEncoding(m_firstBytes);
+  const auto* const declared = reinterpret_cast<const char*>(m_context->encoding);
+  if (!marked.empty() && declared != nullptr && !fitsMark(marked, declared)) {
+    fail({1, 1}, "the byte-order mark says " + std::string(marked) + " but the declaration says '" +
+                     std::string(declared) + "'");
+  }
 }
 
 // The same message whether a converter exists for the encoding or not.
@@ -229,9 +234,18 @@ void XmlDocumentReader::refuseEncoding(const char* encoding) {
                    " is UTF-8, UTF-16, ISO-8859-1 or US-ASCII");
 }
 
-void XmlDocumentReader::refuseDocumentType() {
-  fail(markupPlace(), "a document type declaration is not allowed in " + std::string(m_documentKind) +
-                          " (nothing is expanded or fetched)");
+// The parser calls this with the declaration read up to its internal subset,
+// if it has one. A declaration without one only names a definition, which
+// is never fetched: where the reader allows it, nothing of it is used.
+void XmlDocumentReader::documentType() {
+  const bool hasInternalSubset = *m_context->input->cur == '[';
+  if (m_documentType == DocumentType::SkippedWithoutInternalSubset && !hasInternalSubset) {
+    return;
+  }
+  const std::string what =
+      m_documentType == DocumentType::Refused ? "a document type declaration" : "an internal subset";
+  fail(markupPlace(),
+       what + " is not allowed in " + std::string(m_documentKind) + " (nothing is expanded or fetched)");
 }
 
 void XmlDocumentReader::elementStarted(const Element& element) {

@@ -18,8 +18,10 @@
 //   std::vector<Finding> problems = reader.finishParsing();  // empty: the file is fine
 //
 // The document is XML 1.0 in UTF-8, UTF-16, ISO-8859-1 or US-ASCII; a document
-// type declaration, another encoding or XML 1.1 stops reading at that problem,
-// and nothing is ever expanded or fetched. Other problems that the derived
+// type declaration (unless the reader lets one without an internal subset
+// pass), another encoding, a byte-order mark that the declared encoding
+// contradicts or XML 1.1 stops reading at that problem, and nothing is ever
+// expanded or fetched. Other problems that the derived
 // reader finds are listed too, at most 1,000 per file and then how many more.
 //
 // What a hook throws (std::bad_alloc, say) stops the parser and comes out of
@@ -48,10 +50,21 @@ namespace Private {
 
 class XmlDocumentReader {
 public:
+  // What a document type declaration does to the document.
+  enum class DocumentType {
+    // Any declaration is a problem of the file.
+    Refused,
+    // One that only names a definition, as tools write to say which
+    // vocabulary the document is in, is passed over; an internal subset is
+    // a problem of the file.
+    SkippedWithoutInternalSubset,
+  };
+
   // `fileName` names the document in problems; `expectedSize` is the
   // document's size in bytes where it is known, else 0; `documentKind` says
   // what the document must be ("a catalogue file").
-  XmlDocumentReader(std::string fileName, std::size_t expectedSize, std::string_view documentKind);
+  XmlDocumentReader(std::string fileName, std::size_t expectedSize, std::string_view documentKind,
+                    DocumentType documentType = DocumentType::Refused);
   XmlDocumentReader(const XmlDocumentReader&) = delete;
   XmlDocumentReader& operator=(const XmlDocumentReader&) = delete;
   XmlDocumentReader(XmlDocumentReader&&) = delete;
@@ -126,8 +139,9 @@ private:
   // NOLINTNEXTLINE(cert-dcl50-cpp): the parser's channel is a printf-style C function.
   static void channelMessage(void* self, const char* format, ...);
   void checkDeclaration();
+  void checkByteOrderMark();
   void refuseEncoding(const char* encoding);
-  void refuseDocumentType();
+  void documentType();
   void elementStarted(const Element& element);
   void elementEnded();
   void textCharacters(const xmlChar* data, int size);
@@ -138,7 +152,10 @@ private:
   const std::string m_fileName;
   const std::size_t m_expectedSize;
   const std::string_view m_documentKind;
+  const DocumentType m_documentType;
   std::size_t m_fed = 0;
+  // Where a byte-order mark would be.
+  std::string m_firstBytes;
   // The first message on the channel, kept where taking it needs no memory.
   std::array<char, 256> m_channelMessage{};
   // What a hook threw, until the parser has returned.
