@@ -155,8 +155,11 @@ int pseudo(const PseudoRequest& request) {
   const std::vector<LocalizedText> texts = pseudoTexts(loaded.document, checked, from, to);
   if (texts.empty()) {
     const std::string said = "no kept text has the language '" + request.from + "'";
-    rejected.push_back({Finding::Kind::Empty, {loaded.document.files.front(), 0, 0}, said});
     std::cerr << "zalt-lts-catalogue: " << said << '\n';
+    // The document says why it names no texts; standard error has said it.
+    if (request.json) {
+      rejected.push_back({Finding::Kind::Empty, {loaded.document.files.front(), 0, 0}, said});
+    }
     reportFindings(request, rejected, 0);
     return findings;
   }
