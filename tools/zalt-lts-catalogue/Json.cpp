@@ -16,6 +16,10 @@ nlohmann::json findingsJson(const std::vector<Zalt::Catalogue::Finding>& finding
   return list;
 }
 
+Zalt::Catalogue::Finding unwritableOutput(const std::string& output, const std::runtime_error& error) {
+  return {Zalt::Catalogue::Finding::Kind::File, {output, 0, 0}, error.what()};
+}
+
 void printJson(const nlohmann::json& document) {
   std::cout << document.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
 }

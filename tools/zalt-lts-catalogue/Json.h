@@ -8,12 +8,18 @@
 
 #include <nlohmann/json.hpp>
 
+#include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace ZaltCatalogueTool {
 
 // [{"file", "line", "column", "kind", "message"}, ...]
 nlohmann::json findingsJson(const std::vector<Zalt::Catalogue::Finding>& findings);
+
+// The finding of kind File that a document carries where `output` cannot be
+// written: writeWhole's `error`, which names the output and the reason.
+Zalt::Catalogue::Finding unwritableOutput(const std::string& output, const std::runtime_error& error);
 
 // The document on standard output, indented. Texts, references and file names
 // need not be UTF-8; what is not comes out as U+FFFD, so that a build

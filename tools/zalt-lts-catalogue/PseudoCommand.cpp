@@ -1,6 +1,7 @@
 // pseudo: a pseudo-translation of one language, written as a catalogue file.
 #include "Commands.h"
 #include "ExitCode.h"
+#include "Json.h"
 #include "LoadCatalogue.h"
 #include "Options.h"
 #include "OutputFile.h"
@@ -15,6 +16,7 @@
 #include <cstdint>
 #include <iostream>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -35,6 +37,9 @@ struct PseudoRequest {
   std::string to;
   // The file to write; standard output when absent or "-".
   boost::optional<std::string> output;
+  // One JSON document {texts, findings} on standard output, which the
+  // catalogue then cannot take.
+  bool json = false;
 };
 
 // The pseudo-translations of the kept texts in the source language, in
@@ -42,9 +47,7 @@ struct PseudoRequest {
 // languages form pairs that a store takes together. The store keeps only
 // valid UTF-8, which pseudoTranslation always takes.
 std::vector<LocalizedText> pseudoTexts(const Catalogue& catalogue, const CatalogueCheck& checked,
-                                       const PseudoRequest& request) {
-  const LanguageTag from(request.from);
-  const LanguageTag to(request.to);
+                                       const LanguageTag& from, const LanguageTag& to) {
   std::vector<LocalizedText> texts;
   for (const std::size_t index : checked.kept) {
     const LocalizedText& text = catalogue.texts[index].text;
@@ -84,19 +87,49 @@ const Zalt::Catalogue::CatalogueText* firstTextOf(const Catalogue& catalogue, co
   return found == catalogue.texts.end() ? nullptr : &*found;
 }
 
+// Says on standard error what refuses or spoils the run, and reports it as
+// `finding` in the JSON document; returns `status`.
+int refuse(const PseudoRequest& request, const Finding& finding, const std::string& said, int status) {
+  std::cerr << "zalt-lts-catalogue: " << said << '\n';
+  if (request.json) {
+    printJson({{"texts", 0}, {"findings", findingsJson({finding})}});
+  }
+  return status;
+}
+
+// The catalogue file's findings: on standard error, or in the JSON document.
+void reportFindings(const PseudoRequest& request, const std::vector<Finding>& reported, std::size_t texts) {
+  if (request.json) {
+    printJson({{"texts", texts}, {"findings", findingsJson(reported)}});
+  } else {
+    printPlaced(std::cerr, reported);
+  }
+}
+
+void requireOutputBesideDocument(const PseudoRequest& request) {
+  if (request.json && request.output.value_or("-") == "-") {
+    throw CLI::ValidationError("--json",
+                               "the document goes to standard output; name a file to write with -o");
+  }
+}
+
 // A catalogue file with, for each kept text in the language `from`, a text in
 // `to` with the same reference, version and width whose content is its
-// pseudo-translation. Says on stderr, instead, that no kept text has `from`.
+// pseudo-translation; `to` takes the catalogue's spelling of its case, else
+// the canonical one. Says on stderr, instead, that no kept text has `from`.
 // Each text of `from` that the store rejects is named on stderr as
 // "FILE:LINE:COLUMN: message" and makes the status 1; the others are written
-// all the same. A `to` that is `from` or that the catalogue holds is refused
-// (2) before anything is written.
+// all the same. With --json, what stderr names is one document {texts,
+// findings} on standard output. A `to` that is `from` in any case or that the
+// catalogue holds is refused (2) before anything is written.
 int pseudo(const PseudoRequest& request) {
   requireDistinctInputs(request.files);
+  requireOutputBesideDocument(request);
   if (request.output) {
     refuseOutputAmongInputs(*request.output, request.files);
   }
-  if (LanguageTag(request.to) == LanguageTag(request.from)) {
+  const LanguageTag from(request.from);
+  if (sameLanguage(LanguageTag(request.to), from)) {
     std::cerr << "zalt-lts-catalogue: --to '" << request.to
               << "' is the language translated from; the pseudo-language needs a tag of its own, such as "
                  "en-XA\n";
@@ -104,27 +137,41 @@ int pseudo(const PseudoRequest& request) {
   }
   const LoadedCatalogue loaded = loadCatalogue(request.files);
   if (!loaded.problems.empty()) {
-    printPlaced(std::cerr, loaded.problems);
+    reportFindings(request, loaded.problems, 0);
     return failure;
   }
+  const LanguageTag to = languageAsHeld(LanguageTag(request.to), loaded.document);
   // Texts of the pseudo-language already there would share keys with the
   // pseudo-translations, and a store would keep only one of each pair.
-  if (const auto* held = firstTextOf(loaded.document, LanguageTag(request.to))) {
+  if (const auto* held = firstTextOf(loaded.document, to)) {
     const Zalt::Catalogue::SourceLocation where = loaded.document.location(*held);
-    std::cerr << "zalt-lts-catalogue: the catalogue already holds texts in '" << request.to
-              << "', such as at " << where.file << ':' << where.line
-              << "; --to needs a language of its own, such as en-XA\n";
-    return failure;
+    const std::string said = "the catalogue already holds texts in '" + to.tag() + "', such as at " +
+                             where.file + ':' + std::to_string(where.line) +
+                             "; --to needs a language of its own, such as en-XA";
+    return refuse(request, {Finding::Kind::Language, where, said}, said, failure);
   }
   const CatalogueCheck checked = Zalt::Catalogue::checkCatalogue(loaded.document);
-  const std::vector<Finding> rejected = rejectedTexts(loaded.document, checked, LanguageTag(request.from));
-  printPlaced(std::cerr, rejected);
-  const std::vector<LocalizedText> texts = pseudoTexts(loaded.document, checked, request);
+  std::vector<Finding> rejected = rejectedTexts(loaded.document, checked, from);
+  const std::vector<LocalizedText> texts = pseudoTexts(loaded.document, checked, from, to);
   if (texts.empty()) {
-    std::cerr << "zalt-lts-catalogue: no kept text has the language '" << request.from << "'\n";
+    const std::string said = "no kept text has the language '" + request.from + "'";
+    std::cerr << "zalt-lts-catalogue: " << said << '\n';
+    // The document says why it names no texts; standard error has said it.
+    if (request.json) {
+      rejected.push_back({Finding::Kind::Empty, {loaded.document.files.front(), 0, 0}, said});
+    }
+    reportFindings(request, rejected, 0);
     return findings;
   }
-  writeWhole(request.output.value_or("-"), Zalt::Catalogue::writeCatalogue(texts));
+  try {
+    writeWhole(request.output.value_or("-"), Zalt::Catalogue::writeCatalogue(texts));
+  } catch (const std::runtime_error& error) {
+    if (!request.json) {
+      throw;
+    }
+    return refuse(request, unwritableOutput(*request.output, error), error.what(), failure);
+  }
+  reportFindings(request, rejected, texts.size());
   return rejected.empty() ? success : findings;
 }
 
@@ -142,6 +189,9 @@ void addPseudo(CLI::App& parent, Runner& chosen) {
   command->add_option(
       "-o,--output", request.output,
       "The catalogue file to write, whole or not at all; standard output without it or with -");
+  command->add_flag("--json", request.json,
+                    "Print one JSON document {texts, findings} instead of naming rejected texts on standard "
+                    "error; needs -o FILE");
 }
 
 }  // namespace ZaltCatalogueTool

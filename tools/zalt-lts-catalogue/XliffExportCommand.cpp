@@ -1,6 +1,7 @@
 // xliff export: the texts of one language as XLIFF 1.2, for translators' tools.
 #include "Commands.h"
 #include "ExitCode.h"
+#include "Json.h"
 #include "LoadCatalogue.h"
 #include "Options.h"
 #include "OutputFile.h"
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -18,6 +20,7 @@ namespace ZaltCatalogueTool {
 namespace {
 
 using Tovra::Locale::LanguageTag;
+using Zalt::Catalogue::Finding;
 
 struct XliffExportRequest {
   std::vector<std::string> files;
@@ -25,6 +28,8 @@ struct XliffExportRequest {
   std::string to;
   // The XLIFF file to write, never standard output, which carries the findings.
   std::string output;
+  // One JSON document {texts, findings} instead of lines.
+  bool json = false;
   Zalt::Catalogue::WidthUnit unit = Zalt::Catalogue::WidthUnit::Fullwidth;
 };
 
@@ -35,41 +40,72 @@ std::size_t unitsOf(const Zalt::Catalogue::Catalogue& catalogue, const Zalt::Cat
   }));
 }
 
+void printDocument(std::size_t units, const std::vector<Finding>& reported) {
+  printJson({{"texts", units}, {"findings", findingsJson(reported)}});
+}
+
+// Reports file problems, which write nothing (2).
+int reportProblems(const std::vector<Finding>& problems, bool json) {
+  if (json) {
+    printDocument(0, problems);
+    return failure;
+  }
+  printPlaced(std::cout, problems);
+  std::cout << "xliff export: nothing written, " << countedOrNo(problems.size(), "finding", "findings")
+            << '\n';
+  return failure;
+}
+
 // An XLIFF 1.2 file for translators, with a unit for each kept text in `from`
-// and, where the catalogue holds it already, its translation into `to`. Prints
-// the catalogue's findings as check does and a summary line; with file
-// problems, only those, and nothing is written (2). A `to` that is `from` is
-// refused (2); a `from` that no kept text has writes nothing (1).
+// and, where the catalogue holds it already, its translation into `to`, which
+// takes the catalogue's spelling of its case. Prints the catalogue's findings
+// as check does and a summary line, or one JSON document {texts, findings};
+// with file problems or an output that cannot be written, only those, and
+// nothing is written (2). A `to` that is `from` in any case is refused (2); a
+// `from` that no kept text has writes nothing (1).
 int exportXliff(const XliffExportRequest& request) {
   requireDistinctInputs(request.files);
   refuseOutputAmongInputs(request.output, request.files);
   const LanguageTag from(request.from);
-  const LanguageTag to(request.to);
-  if (from == to) {
+  if (sameLanguage(from, LanguageTag(request.to))) {
     std::cerr << "zalt-lts-catalogue: --to '" << request.to << "' is the language translated from\n";
     return failure;
   }
   const LoadedCatalogue loaded = loadCatalogue(request.files);
   if (!loaded.problems.empty()) {
-    printPlaced(std::cout, loaded.problems);
-    std::cout << "xliff export: nothing written, "
-              << countedOrNo(loaded.problems.size(), "finding", "findings") << '\n';
-    return failure;
+    return reportProblems(loaded.problems, request.json);
   }
+  const LanguageTag to = languageAsHeld(LanguageTag(request.to), loaded.document);
   const Zalt::Catalogue::CatalogueCheck check =
       Zalt::Catalogue::checkCatalogue(loaded.document, request.unit);
-  printPlaced(std::cout, check.findings);
+  std::vector<Finding> reported = check.findings;
   const std::size_t units = unitsOf(loaded.document, check, from);
   if (units == 0) {
-    std::cerr << "zalt-lts-catalogue: no kept text has the language '" << request.from << "'\n";
-    return findings;
+    const std::string absent = "no kept text has the language '" + request.from + "'";
+    std::cerr << "zalt-lts-catalogue: " << absent << '\n';
+    reported.push_back({Finding::Kind::Empty, {loaded.document.files.front(), 0, 0}, absent});
+  } else {
+    try {
+      // The XLIFF file's original names the catalogue as "a.xml b.xml".
+      writeWhole(request.output, Zalt::Catalogue::writeXliff(loaded.document, check, from, to,
+                                                             listed(loaded.document.files, " ")));
+    } catch (const std::runtime_error& error) {
+      if (!request.json) {
+        throw;
+      }
+      return reportProblems({unwritableOutput(request.output, error)}, true);
+    }
   }
-  // The XLIFF file's original names the catalogue as "a.xml b.xml".
-  writeWhole(request.output, Zalt::Catalogue::writeXliff(loaded.document, check, from, to,
-                                                         listed(loaded.document.files, " ")));
-  std::cout << "xliff export: " << counted(units, "unit", "units") << " of " << request.from << " for "
-            << request.to << ", " << countedOrNo(check.findings.size(), "finding", "findings") << '\n';
-  return check.findings.empty() ? success : findings;
+  if (request.json) {
+    printDocument(units, reported);
+  } else if (units == 0) {
+    printPlaced(std::cout, check.findings);
+  } else {
+    printPlaced(std::cout, reported);
+    std::cout << "xliff export: " << counted(units, "unit", "units") << " of " << request.from << " for "
+              << to.tag() << ", " << countedOrNo(reported.size(), "finding", "findings") << '\n';
+  }
+  return reported.empty() ? success : findings;
 }
 
 }  // namespace
@@ -90,6 +126,8 @@ void addXliffExport(CLI::App& parent, Runner& chosen) {
       ->required()
       ->check(namedFile());
   addWidthUnitOption(*command, request.unit);
+  command->add_flag("--json", request.json,
+                    "Print one JSON document {texts, findings}, file problems too; texts counts the units");
 }
 
 }  // namespace ZaltCatalogueTool
