@@ -1,6 +1,7 @@
 #include "Options.h"
 
 #include <Tovra/Locale/LanguageTag.h>
+#include <Zalt/Catalogue/LanguageCase.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -22,14 +23,6 @@ bool isSameInput(const std::string& earlier, const std::string& later) {
   }
   std::error_code unknown;
   return std::filesystem::equivalent(earlier, later, unknown);
-}
-
-char asciiLower(char letter) {
-  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-char asciiUpper(char letter) {
-  return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
 }
 
 }  // namespace
@@ -59,29 +52,14 @@ CLI::Validator storeLanguageTag() {
       "ll-CC");
 }
 
-Tovra::Locale::LanguageTag canonicalLanguage(const Tovra::Locale::LanguageTag& tag) {
-  if (!tag.is2LetterLangAnd2LetterCountry()) {
-    return tag;
-  }
-  std::string canonical = tag.tag();
-  std::transform(canonical.begin(), canonical.begin() + 2, canonical.begin(), asciiLower);
-  std::transform(canonical.begin() + 3, canonical.end(), canonical.begin() + 3, asciiUpper);
-  return Tovra::Locale::LanguageTag(canonical);
-}
-
-bool sameLanguage(const Tovra::Locale::LanguageTag& lhs, const Tovra::Locale::LanguageTag& rhs) {
-  return std::equal(lhs.tag().begin(), lhs.tag().end(), rhs.tag().begin(), rhs.tag().end(),
-                    [](char left, char right) { return asciiLower(left) == asciiLower(right); });
-}
-
 Tovra::Locale::LanguageTag languageAsHeld(const Tovra::Locale::LanguageTag& tag,
                                           const Zalt::Catalogue::Catalogue& catalogue) {
   for (const Zalt::Catalogue::CatalogueText& text : catalogue.texts) {
-    if (text.text.lang() && sameLanguage(*text.text.lang(), tag)) {
+    if (text.text.lang() && Zalt::Catalogue::sameLanguage(*text.text.lang(), tag)) {
       return *text.text.lang();
     }
   }
-  return canonicalLanguage(tag);
+  return Zalt::Catalogue::canonicalLanguage(tag);
 }
 
 CLI::Validator namedFile() {

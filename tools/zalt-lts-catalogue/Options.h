@@ -65,14 +65,6 @@ Number decimal(const std::string& option, const std::string& text) {
 // A language tag as the store takes it: two letters, a hyphen, two letters.
 CLI::Validator storeLanguageTag();
 
-// An ll-CC tag with its language in lower case and its country in upper case
-// ("it-it" is "it-IT"); any other tag as it is.
-Tovra::Locale::LanguageTag canonicalLanguage(const Tovra::Locale::LanguageTag& tag);
-
-// Whether the two tags are the same but for the case of their ASCII letters:
-// tags do not differ by case, though the store compares them byte for byte.
-bool sameLanguage(const Tovra::Locale::LanguageTag& lhs, const Tovra::Locale::LanguageTag& rhs);
-
 // `tag` as `catalogue` spells it where a text there has it but for case, else
 // in canonical case: the language a command writes texts in.
 Tovra::Locale::LanguageTag languageAsHeld(const Tovra::Locale::LanguageTag& tag,

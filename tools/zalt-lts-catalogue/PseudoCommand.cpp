@@ -7,6 +7,7 @@
 #include "OutputFile.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Catalogue/LanguageCase.h>
 #include <Zalt/Catalogue/PseudoTranslation.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 
@@ -129,7 +130,7 @@ int pseudo(const PseudoRequest& request) {
     refuseOutputAmongInputs(*request.output, request.files);
   }
   const LanguageTag from(request.from);
-  if (sameLanguage(LanguageTag(request.to), from)) {
+  if (Zalt::Catalogue::sameLanguage(LanguageTag(request.to), from)) {
     std::cerr << "zalt-lts-catalogue: --to '" << request.to
               << "' is the language translated from; the pseudo-language needs a tag of its own, such as "
                  "en-XA\n";

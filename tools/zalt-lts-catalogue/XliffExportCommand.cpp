@@ -8,6 +8,7 @@
 #include "Wording.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Catalogue/LanguageCase.h>
 #include <Zalt/Catalogue/WriteXliff.h>
 
 #include <algorithm>
@@ -67,7 +68,7 @@ int exportXliff(const XliffExportRequest& request) {
   requireDistinctInputs(request.files);
   refuseOutputAmongInputs(request.output, request.files);
   const LanguageTag from(request.from);
-  if (sameLanguage(from, LanguageTag(request.to))) {
+  if (Zalt::Catalogue::sameLanguage(from, LanguageTag(request.to))) {
     std::cerr << "zalt-lts-catalogue: --to '" << request.to << "' is the language translated from\n";
     return failure;
   }
@@ -87,8 +88,9 @@ int exportXliff(const XliffExportRequest& request) {
   } else {
     try {
       // The XLIFF file's original names the catalogue as "a.xml b.xml".
-      writeWhole(request.output, Zalt::Catalogue::writeXliff(loaded.document, check, from, to,
-                                                             listed(loaded.document.files, " ")));
+      writeWhole(request.output,
+                 Zalt::Catalogue::writeXliff(loaded.document, check, from, to,
+                                             listed(loaded.document.files, " "), request.unit));
     } catch (const std::runtime_error& error) {
       if (!request.json) {
         throw;

@@ -8,6 +8,7 @@
 #include "Wording.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Catalogue/LanguageCase.h>
 #include <Zalt/Catalogue/ReadXliff.h>
 #include <Zalt/Catalogue/WriteCatalogue.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
@@ -40,6 +41,8 @@ struct XliffImportRequest {
   std::string output;
   // Write only the imported texts, dropping the output's others.
   bool replace = false;
+  // Leave out the units that still need review.
+  bool skipUnreviewed = false;
   bool json = false;
   Zalt::Catalogue::WidthUnit unit = Zalt::Catalogue::WidthUnit::Fullwidth;
 };
@@ -65,15 +68,10 @@ TextKey keyOf(const LocalizedText& text) {
           Zalt::Localization::Impl::numberOfLineBreaks(text.text()) + 1};
 }
 
-// Only a regular file holds earlier texts; a device or a pipe is written to as it is.
-bool holdsEarlierTexts(const std::string& output) {
-  std::error_code unknown;
-  return std::filesystem::is_regular_file(output, unknown);
-}
-
 // The output's texts, none where it is not yet a file.
 Loaded<Catalogue> loadEarlier(const std::string& output) {
-  return holdsEarlierTexts(output) ? loadCatalogue({output}) : Loaded<Catalogue>{};
+  // Only a regular file holds earlier texts; a device or a pipe is written to as it is.
+  return isExistingRegularFile(output) ? loadCatalogue({output}) : Loaded<Catalogue>{};
 }
 
 // Imported texts in a language that the earlier texts spell in another case
@@ -88,7 +86,7 @@ void spellLanguagesAs(const Catalogue& earlier, std::vector<CatalogueText>& impo
   for (CatalogueText& text : imported) {
     for (const LanguageTag& spelling : spellings) {
       const LocalizedText& was = text.text;
-      if (was.lang() && *was.lang() != spelling && sameLanguage(*was.lang(), spelling)) {
+      if (was.lang() && *was.lang() != spelling && Zalt::Catalogue::sameLanguage(*was.lang(), spelling)) {
         text.text = LocalizedText(was.text(), spelling, was.ref(), was.version(), was.textWidth());
       }
     }
@@ -206,6 +204,9 @@ int importXliff(const XliffImportRequest& request) {
     imported.problems.insert(imported.problems.end(), earlier.problems.begin(), earlier.problems.end());
     return reportProblems(imported.problems, request.json);
   }
+  if (request.skipUnreviewed) {
+    imported.document = Zalt::Catalogue::withoutUnreviewed(std::move(imported.document));
+  }
   std::vector<Finding> reported = std::move(imported.document.findings);
   if (imported.document.catalogue.texts.empty()) {
     // An empty catalogue would pass for the translation of nothing.
@@ -249,6 +250,9 @@ void addXliffImport(CLI::App& parent, Runner& chosen) {
                    "where the XLIFF files carry none under their key")
       ->required()
       ->check(namedFile());
+  command->add_flag("--skip-unreviewed", request.skipUnreviewed,
+                    "Leave out the units that still need review (a review state, approved=\"no\", a machine "
+                    "translation); they are reported either way");
   command->add_flag("--replace", request.replace,
                     "Write only the imported texts, dropping the others that the output holds");
   addWidthUnitOption(*command, request.unit);
