@@ -30,13 +30,4 @@ fi
 export WINEPREFIX="$PWD/build/windows/wine-prefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 trap 'wineserver -k 2>/dev/null || true' EXIT
 wineboot -i
-
-# One server for the whole run. Left to itself, Wine starts a server with the
-# first program and ends it a few seconds after the last; a test that starts
-# while it shuts down loses it ("wine client error: recvmsg: Connection reset
-# by peer"). wineboot's own server is let end first, since a second server
-# for the prefix refuses to start; the persistent one serves every test and
-# ends only when killed on exit.
-wineserver -w
-wineserver -p
 ctest --preset windows --parallel "$jobs"
