@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # Installs what building and testing need, when it is missing.
 #   scripts/setup.sh            compiler, CMake, Ninja, Boost headers, GoogleTest, and libxml2,
-#                               utf8proc, CLI11 and nlohmann-json for the catalogue component, and
-#                               translate-toolkit, whose XLIFF store the tool's XLIFF is tested with
+#                               utf8proc, nettle (SHA-256), CLI11 and nlohmann-json for the catalogue
+#                               component; HarfBuzz, FreeType, FriBidi and libpng for the display
+#                               component; and for its tests translate-toolkit (XLIFF interop),
+#                               fonts, hb-shape (reference widths) and Chromium (pictures' page)
 #   scripts/setup.sh --ci       also clang (fuzzing, sanitizer runtimes) and clang-tidy
 #   scripts/setup.sh --bench    also Google Benchmark and gnuplot
 #   scripts/setup.sh --windows  also MinGW-w64, Wine and the GoogleTest sources (Windows cross build),
@@ -13,7 +15,10 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 windows=false
-packages=(g++ cmake ninja-build libboost-dev libgtest-dev libgmock-dev libxml2-dev libutf8proc-dev libcli11-dev nlohmann-json3-dev translate-toolkit)
+packages=(g++ cmake ninja-build libboost-dev libgtest-dev libgmock-dev
+  libxml2-dev libutf8proc-dev nettle-dev libcli11-dev nlohmann-json3-dev
+  libharfbuzz-dev libfreetype-dev libfribidi-dev libpng-dev
+  translate-toolkit fonts-dejavu-core fonts-droid-fallback libharfbuzz-bin chromium)
 for arg in "$@"; do
   case "$arg" in
     --ci) packages+=(clang libclang-rt-14-dev clang-tidy clang-format libbenchmark-dev) ;;
