@@ -30,4 +30,20 @@ fi
 export WINEPREFIX="$PWD/build/windows/wine-prefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 trap 'wineserver -k 2>/dev/null || true' EXIT
 wineboot -i
+
+# One server for the whole run. Left to itself, Wine starts a server with the
+# first program and ends it a few seconds after the last, and a test that
+# starts while it shuts down loses it ("wine client error: recvmsg: Connection
+# reset by peer"). wineboot's server is let end first, since a second server
+# for the prefix refuses to start.
+wineserver -w
+wineserver -p
+# Wine's own processes (the service manager and the device drivers' host)
+# start with the first program and then live as long as the server, holding
+# that program's output open: started by a test, they would keep CTest waiting
+# for the end of its output. Started here, they hold nothing CTest reads.
+wineboot </dev/null >/dev/null 2>&1
 ctest --preset windows --parallel "$jobs"
+# The server ends here, not on its own: every test has ended by now.
+wineserver -k
+wineserver -w
