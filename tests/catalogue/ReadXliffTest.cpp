@@ -171,10 +171,15 @@ TEST(XliffImport, BlankTargetsAndUnitsNotToTranslateYieldNothing) {
               "<trans-unit id='1.-.2.separators'><target>\u2028\r\n\u2029</target></trans-unit>\n"
               "<trans-unit id='1.-.1.kept'><target>\u00A0x\u3000</target></trans-unit>\n"
               "<trans-unit id='1.-.1.fixed' translate='no'><source>ID</source></trans-unit>\n"
-              "<trans-unit id='tool-comment' translate='no'><target/></trans-unit>\n"),
+              "<trans-unit id='tool-comment' translate='no'><target/></trans-unit>\n"
+              "<group translate='no'><trans-unit id='1.-.1.grouped'><target/></trans-unit>\n"
+              "<group><trans-unit id='1.-.1.nested'><target/></trans-unit></group>\n"
+              "<trans-unit id='1.-.1.opted-in' translate='yes'><target>y</target></trans-unit></group>\n"
+              "<trans-unit id='1.-.1.after'><target>z</target></trans-unit>\n"),
       "x.xlf");
   EXPECT_THAT(described(imported),
-              ElementsAre("kept@1/-/de-DE '\u00A0x\u3000' x.xlf:8:29",
+              ElementsAre("kept@1/-/de-DE '\u00A0x\u3000' x.xlf:8:29", "opted-in@1/-/de-DE 'y' x.xlf:13:49",
+                          "after@1/-/de-DE 'z' x.xlf:14:30",
                           "untranslated x.xlf:3:31: unit 'spaces' has a blank translation",
                           "untranslated x.xlf:4:36: unit 'ideographic' has a blank translation",
                           "untranslated x.xlf:5:29: unit 'nbsp' has a blank translation",

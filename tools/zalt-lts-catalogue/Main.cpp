@@ -13,6 +13,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -86,6 +87,11 @@ int afterWritingOutput(int status) {
 
 int main(int argc, char** argv) {
   std::set_terminate(endOnTerminate);
+#ifdef SIGPIPE
+  // A pipe or FIFO whose reader has gone fails the write like a full disk,
+  // with the path and exit status 2, rather than ending the tool unreported.
+  std::signal(SIGPIPE, SIG_IGN);
+#endif
   try {
     return afterWritingOutput(run(argc, argv));
   } catch (const std::exception& error) {

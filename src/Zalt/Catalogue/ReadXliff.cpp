@@ -23,7 +23,7 @@ using Tovra::Locale::LanguageTag;
 using Tovra::Locale::Utf8;
 
 // What an open element is to the reader; everything else is Other.
-enum class Role : char { Other, Unit, Source, SegmentedSource, Target, TargetSegment, InTarget };
+enum class Role : char { Other, Group, Unit, Source, SegmentedSource, Target, TargetSegment, InTarget };
 
 // A unit until its end tag.
 struct PendingUnit {
@@ -98,6 +98,9 @@ private:
       // An extension of a tool: nothing of the texts.
     } else if (element.name == "file") {
       beginFile(element);
+    } else if (element.name == "group") {
+      role = Role::Group;
+      m_groupsTranslate.push_back(translates(element));
     } else if (element.name == "trans-unit" && m_fileUsable) {
       role = beginUnit(element);
     } else if (parent == Role::Unit) {
@@ -111,7 +114,15 @@ private:
     m_roles.pop_back();
     if (role == Role::Unit) {
       endUnit();
+    } else if (role == Role::Group) {
+      m_groupsTranslate.pop_back();
     }
+  }
+
+  // A group's translate holds for what it holds, unless an inner one says otherwise.
+  bool translates(const Element& element) const {
+    const auto translate = element.attribute("translate");
+    return translate ? translate->value != "no" : m_groupsTranslate.empty() || m_groupsTranslate.back();
   }
 
   void characters(std::string_view data) override {
@@ -162,7 +173,7 @@ private:
     m_unit.place = markupPlace();
     m_unit.key.reset();
     m_unit.undecodedId.reset();
-    m_unit.translatable = attributeValue(element, "translate") != "no";
+    m_unit.translatable = translates(element);
     m_unit.approved = attributeValue(element, "approved") != "no";
     m_unit.hasSource = false;
     m_unit.source.clear();
@@ -279,6 +290,8 @@ private:
   }
 
   std::vector<Role> m_roles;
+  // Whether each open group is to be translated.
+  std::vector<bool> m_groupsTranslate;
   bool m_fileUsable = false;
   LanguageTag m_language;
   PendingUnit m_unit;

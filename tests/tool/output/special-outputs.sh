@@ -7,6 +7,8 @@
 #   link     a chain of symbolic links stays; the file at its end, in another
 #            directory, gets the content, and no temporary file is left anywhere
 #   mode     an existing 0600 output stays 0600; a new one gets the usual mode
+#   gone     standard output is a pipe whose reader has gone: exit 2 with a message,
+#            never a death by SIGPIPE that a build would read as a crash
 # Exit 77 skips the case where the system does not allow it.
 set -u
 case=$1 tool=$2 catalogue=$3 expected=$4 work=$5
@@ -76,6 +78,17 @@ mode)
   [ "$(stat -c %a "$work/kept.xml")" = 600 ] || fail "0600 became $(stat -c %a "$work/kept.xml")"
   require_pseudo "$work/new.xml"
   [ "$(stat -c %a "$work/new.xml")" = 644 ] || fail "a new file got $(stat -c %a "$work/new.xml")"
+  ;;
+gone)
+  command -v python3 >/dev/null || { echo "no python3 to make a pipe without a reader"; exit 77; }
+  # The child gets SIGPIPE's default action back (subprocess restores it).
+  status=$(python3 -c 'import os, subprocess, sys
+reader, writer = os.pipe()
+os.close(reader)
+print(subprocess.run(sys.argv[1:], stdout=writer).returncode)' \
+    "$tool" pseudo --from en-US --to en-XA "$catalogue" -o - 2>"$work/errors")
+  [ "$status" = 2 ] || fail "pseudo -o - into a closed pipe ended with $status: $(cat "$work/errors")"
+  grep -q "cannot write to standard output" "$work/errors" || fail "$(cat "$work/errors")"
   ;;
 *)
   fail "no such case"
