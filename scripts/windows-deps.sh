@@ -216,6 +216,24 @@ install_fribidi() {
   rm -f "$prefix/lib/libfribidi.la"
 }
 
+# freetype: FT_DISABLE_ZLIB only keeps the machine's zlib out; FreeType then
+# compiles its own copy of zlib's inflate into the library, under zlib's own
+# global names, and a program that links libpng with Debian's libz.a as well
+# fails with duplicate definitions of inflateInit_, crc32 and others. Without
+# FT_CONFIG_OPTION_USE_ZLIB in its option header, which the installed header
+# then shares, gzip-compressed fonts are reported as unsupported instead.
+# The edit is made in the unpacked source, where each run finds it done.
+install_freetype() {
+  local source=$1
+  sed -i 's|^#define FT_CONFIG_OPTION_USE_ZLIB$|/* #define FT_CONFIG_OPTION_USE_ZLIB */|' \
+    "$source/include/freetype/config/ftoption.h"
+  grep -q '^/\* #define FT_CONFIG_OPTION_USE_ZLIB \*/$' "$source/include/freetype/config/ftoption.h" || {
+    echo "windows-deps.sh: FreeType's option header no longer has FT_CONFIG_OPTION_USE_ZLIB" >&2
+    exit 1
+  }
+  cmake_install "$@"
+}
+
 enable_source_lists
 libxml2_source=$(fetch libxml2)
 utf8proc_source=$(fetch utf8proc)
@@ -280,8 +298,9 @@ build nettle "$nettle_source" install_nettle \
 # libpng: the static library only (no DLL, no pngfix or png-fix-itxt, no
 # tests), against Debian's static MinGW zlib: ZLIB_USE_STATIC_LIBS makes
 # FindZLIB take libz.a over the import library of zlib1.dll, so that a program
-# linking libpng needs no zlib DLL either. The x86 SSE2 filters stay on, as in
-# Debian's build.
+# linking libpng needs no zlib DLL either; the windows preset sets it as well,
+# for FindPNG in the project. The x86 SSE2 filters stay on, as in Debian's
+# build.
 build libpng1.6 "$libpng_source" cmake_install \
   -DPNG_SHARED=OFF -DPNG_STATIC=ON -DPNG_EXECUTABLES=OFF -DPNG_TESTS=OFF -DZLIB_USE_STATIC_LIBS=ON
 
@@ -290,7 +309,7 @@ build libpng1.6 "$libpng_source" cmake_install \
 # compressed fonts, no libpng for colour bitmap glyphs, no Brotli for WOFF2,
 # and no HarfBuzz for its auto-hinter (HarfBuzz is built without FreeType
 # below, so the two stay independent).
-build freetype "$freetype_source" cmake_install \
+build freetype "$freetype_source" install_freetype \
   -DFT_DISABLE_ZLIB=ON -DFT_DISABLE_BZIP2=ON -DFT_DISABLE_PNG=ON -DFT_DISABLE_BROTLI=ON -DFT_DISABLE_HARFBUZZ=ON
 
 # HarfBuzz: its core only, with its own OpenType font functions
