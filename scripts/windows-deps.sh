@@ -296,13 +296,11 @@ build nettle "$nettle_source" install_nettle \
   --disable-public-key --disable-openssl --disable-documentation --disable-assembler
 
 # libpng: the static library only (no DLL, no pngfix or png-fix-itxt, no
-# tests), against Debian's static MinGW zlib: ZLIB_USE_STATIC_LIBS makes
-# FindZLIB take libz.a over the import library of zlib1.dll, so that a program
-# linking libpng needs no zlib DLL either; the windows preset sets it as well,
-# for FindPNG in the project. The x86 SSE2 filters stay on, as in Debian's
-# build.
+# tests), against Debian's static MinGW zlib (libz.a, which the toolchain file
+# has FindZLIB prefer), so that a program linking libpng needs no zlib DLL
+# either. The x86 SSE2 filters stay on, as in Debian's build.
 build libpng1.6 "$libpng_source" cmake_install \
-  -DPNG_SHARED=OFF -DPNG_STATIC=ON -DPNG_EXECUTABLES=OFF -DPNG_TESTS=OFF -DZLIB_USE_STATIC_LIBS=ON
+  -DPNG_SHARED=OFF -DPNG_STATIC=ON -DPNG_EXECUTABLES=OFF -DPNG_TESTS=OFF
 
 # FreeType: rasteriser and font drivers without the optional libraries it
 # would otherwise take from the machine when found: no zlib or bzip2 for
