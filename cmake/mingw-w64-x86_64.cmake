@@ -20,6 +20,10 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+# Debian's MinGW zlib comes as libz.a and as the import library of zlib1.dll;
+# FindZLIB (and FindPNG through it) takes the static one, as the libraries
+# built beside it are static, so that no zlib DLL has to ship with the DLLs.
+set(ZLIB_USE_STATIC_LIBS ON)
 
 # The toolchain's own runtime DLLs (libstdc++, libgcc, winpthread) are linked
 # dynamically, as in a deployment where every DLL shares one C++ runtime; the

@@ -24,7 +24,7 @@ for arg in "$@"; do
     --ci) packages+=(clang libclang-rt-14-dev clang-tidy clang-format libbenchmark-dev) ;;
     --bench) packages+=(libbenchmark-dev gnuplot-nox) ;;
     # dpkg-dev unpacks the source packages that windows-deps.sh fetches.
-    --windows) packages+=(g++-mingw-w64-x86-64-posix wine wine64 googletest dpkg-dev) windows=true ;;
+    --windows) packages+=(g++-mingw-w64-x86-64-posix wine wine64 googletest dpkg-dev libz-mingw-w64-dev) windows=true ;;
     *) echo "setup.sh: unknown option $arg" >&2; exit 2 ;;
   esac
 done
