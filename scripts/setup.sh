@@ -8,8 +8,9 @@
 #   scripts/setup.sh --ci       also clang (fuzzing, sanitizer runtimes) and clang-tidy
 #   scripts/setup.sh --bench    also Google Benchmark and gnuplot
 #   scripts/setup.sh --windows  also MinGW-w64, Wine and the GoogleTest sources (Windows cross build),
-#                               then builds libxml2 and utf8proc for it from Debian's source packages
-#                               (scripts/windows-deps.sh, into build/windows-deps/prefix)
+#                               then builds libxml2, utf8proc, nettle, FreeType, HarfBuzz, FriBidi and
+#                               libpng for it from Debian's source packages (scripts/windows-deps.sh,
+#                               into build/windows-deps/prefix)
 # As root it runs apt-get; otherwise it prints the command to run and fails.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -23,7 +24,8 @@ for arg in "$@"; do
   case "$arg" in
     --ci) packages+=(clang libclang-rt-14-dev clang-tidy clang-format libbenchmark-dev) ;;
     --bench) packages+=(libbenchmark-dev gnuplot-nox) ;;
-    # dpkg-dev unpacks the source packages that windows-deps.sh fetches.
+    # dpkg-dev unpacks the source packages that windows-deps.sh fetches; Debian's
+    # MinGW zlib is the one that libpng links.
     --windows) packages+=(g++-mingw-w64-x86-64-posix wine wine64 googletest dpkg-dev libz-mingw-w64-dev) windows=true ;;
     *) echo "setup.sh: unknown option $arg" >&2; exit 2 ;;
   esac
@@ -47,8 +49,8 @@ if [ ${#missing[@]} -gt 0 ]; then
   apt-get install -y -qq --no-install-recommends "${missing[@]}"
 fi
 
-# Debian ships libxml2 and utf8proc for Linux only; the cross build gets its
-# own, built from the same sources. Quick when they are already there.
+# Debian ships the libraries that the catalogue and display components link
+# for Linux only; the cross build gets its own, built from the same sources. Quick when they are already there.
 if $windows; then
   scripts/windows-deps.sh
 fi
