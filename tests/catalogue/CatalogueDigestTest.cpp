@@ -67,7 +67,8 @@ TEST(CatalogueDigest, DependsOnlyOnTheKeptTexts) {
   const std::vector<std::string> changed = {
       document(alarmDe + alarmEn + pauseDe + text("pause", "en-US", "Paused for 3 minutes")),
       document(alarmDe + text("alarm", "en-US", "Heart rate\ntoo high", "TextWidth='m'") + pauseDe + pauseEn),
-      document(alarmDe + alarmEn + pauseDe + text("pause", "en-US", "Paused for 2 minutes", "TextWidth='xs'")),
+      document(alarmDe + alarmEn + pauseDe +
+               text("pause", "en-US", "Paused for 2 minutes", "TextWidth='xs'")),
       document(alarmDe + alarmEn + pauseDe + pauseEn + text("pause", "en-US", "Paused\nfor 2 minutes")),
       document(alarmDe + alarmEn + pauseDe + pauseEn +
                "<LocalizedText Ref='pause' Lang='de-DE' Version='2'>Pause</LocalizedText>"
@@ -87,9 +88,10 @@ TEST(CatalogueDigest, DependsOnlyOnTheKeptTexts) {
 // "a" "de-DE" 1 Small, 2 lines "Zwei\nZeilen", then "b" "en-US" 2, no width, 1 line "Hi".
 TEST(CatalogueDigest, IsSha256OverTheDocumentedLayout) {
   EXPECT_EQ(digestOf({}), "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855");
-  EXPECT_EQ(digestOf({{"c.xml", document("<LocalizedText Ref='b' Lang='en-US' Version='2'>Hi</LocalizedText>" +
-                                         text("a", "de-DE", "Zwei\nZeilen", "TextWidth='s'"))}}),
-            "0e4af00781885604f42869508eeeb8a8c10fbb5f8bd2c61a4d7bb005c686eee7");
+  EXPECT_EQ(
+      digestOf({{"c.xml", document("<LocalizedText Ref='b' Lang='en-US' Version='2'>Hi</LocalizedText>" +
+                                   text("a", "de-DE", "Zwei\nZeilen", "TextWidth='s'"))}}),
+      "0e4af00781885604f42869508eeeb8a8c10fbb5f8bd2c61a4d7bb005c686eee7");
 }
 
 }  // namespace
