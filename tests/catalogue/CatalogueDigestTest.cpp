@@ -40,7 +40,7 @@ std::string utf16(const std::string& utf8) {
   return bytes;
 }
 
-std::string digestOf(std::vector<std::pair<std::string, std::string>> files) {
+std::string digestOf(const std::vector<std::pair<std::string, std::string>>& files) {
   Catalogue catalogue;
   for (const auto& [name, content] : files) {
     catalogue.append(Zalt::Catalogue::readCatalogue(content, name));
@@ -48,12 +48,11 @@ std::string digestOf(std::vector<std::pair<std::string, std::string>> files) {
   return Zalt::Catalogue::catalogueDigest(catalogue, Zalt::Catalogue::checkCatalogue(catalogue));
 }
 
-const std::string alarmDe = text("alarm", "de-DE", "Herzfrequenz\nzu hoch", "TextWidth='s'");
-const std::string alarmEn = text("alarm", "en-US", "Heart rate\ntoo high", "TextWidth='s'");
-const std::string pauseDe = text("pause", "de-DE", "Pause für 2 Minuten");
-const std::string pauseEn = text("pause", "en-US", "Paused for 2 minutes");
-
 TEST(CatalogueDigest, DependsOnlyOnTheKeptTexts) {
+  const std::string alarmDe = text("alarm", "de-DE", "Herzfrequenz\nzu hoch", "TextWidth='s'");
+  const std::string alarmEn = text("alarm", "en-US", "Heart rate\ntoo high", "TextWidth='s'");
+  const std::string pauseDe = text("pause", "de-DE", "Pause für 2 Minuten");
+  const std::string pauseEn = text("pause", "en-US", "Paused for 2 minutes");
   const std::string digest = digestOf({{"all.xml", document(alarmDe + alarmEn + pauseDe + pauseEn)}});
   EXPECT_EQ(digestOf({{"en.xml", document("\n  " + pauseEn + "\n  <!-- alarms -->\n  " + alarmEn + "\n")},
                       {"de.xml", utf16("<?xml version='1.0' encoding='UTF-16'?>" +
@@ -69,7 +68,6 @@ TEST(CatalogueDigest, DependsOnlyOnTheKeptTexts) {
       document(alarmDe + text("alarm", "en-US", "Heart rate\ntoo high", "TextWidth='m'") + pauseDe + pauseEn),
       document(alarmDe + alarmEn + pauseDe +
                text("pause", "en-US", "Paused for 2 minutes", "TextWidth='xs'")),
-      document(alarmDe + alarmEn + pauseDe + pauseEn + text("pause", "en-US", "Paused\nfor 2 minutes")),
       document(alarmDe + alarmEn + pauseDe + pauseEn +
                "<LocalizedText Ref='pause' Lang='de-DE' Version='2'>Pause</LocalizedText>"
                "<LocalizedText Ref='pause' Lang='en-US' Version='2'>Paused</LocalizedText>"),

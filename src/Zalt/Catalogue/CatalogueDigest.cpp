@@ -51,18 +51,18 @@ public:
     sha256_update(&m_context, bytes.size(), reinterpret_cast<const std::uint8_t*>(bytes.data()));
   }
 
-  template <typename Unsigned>
-  void addBigEndian(Unsigned value) {
-    std::array<std::uint8_t, sizeof(Unsigned)> bytes{};
-    for (std::size_t i = bytes.size(); i-- > 0; value >>= 8U) {
-      bytes[i] = static_cast<std::uint8_t>(value & 0xFFU);
+  // The low `size` bytes of `value`, most significant first.
+  void addBigEndian(std::uint64_t value, std::size_t size) {
+    std::array<std::uint8_t, sizeof value> bytes{};
+    for (std::size_t i = 0; i < size; ++i) {
+      bytes[i] = static_cast<std::uint8_t>(value >> (8U * (size - 1 - i)));
     }
-    sha256_update(&m_context, bytes.size(), bytes.data());
+    sha256_update(&m_context, size, bytes.data());
   }
 
   // A length before the bytes keeps adjacent fields from running into each other.
   void addField(std::string_view bytes) {
-    addBigEndian(static_cast<std::uint64_t>(bytes.size()));
+    addBigEndian(bytes.size(), 8);
     add(bytes);
   }
 
@@ -87,14 +87,14 @@ void addText(Sha256& sha, const KeptText& kept) {
   const MdibText& text = *kept.text;
   sha.addField(text.ref().get().value());
   sha.addField(text.lang()->tag());
-  sha.addBigEndian(text.version()->get());
+  sha.addBigEndian(text.version()->get(), 8);
   if (const auto& width = text.textWidth()) {
-    sha.addBigEndian(std::uint8_t{1});
-    sha.addBigEndian(static_cast<std::uint32_t>(*width));
+    sha.addBigEndian(1, 1);
+    sha.addBigEndian(static_cast<std::uint32_t>(*width), 4);
   } else {
-    sha.addBigEndian(std::uint8_t{0});
+    sha.addBigEndian(0, 1);
   }
-  sha.addBigEndian(std::uint32_t{kept.lines});
+  sha.addBigEndian(kept.lines, 4);
   sha.addField(text.text().value());
 }
 
