@@ -82,14 +82,18 @@ TEST(CatalogueDigest, DependsOnlyOnTheKeptTexts) {
   }
 }
 
-// The second digest was checked against sha256sum over the documented layout:
-// "a" "de-DE" 1 Small, 2 lines "Zwei\nZeilen", then "b" "en-US" 2, no width, 1 line "Hi".
+// The second digest was checked with sha256sum over the documented layout of
+// "a" "de-DE" v2 without width "Neu", the same with ExtraSmall, "a" "de-DE" v1
+// Small "Zwei\nZeilen" (2 lines), then "b" "en-US" v2 without width "Hi".
 TEST(CatalogueDigest, IsSha256OverTheDocumentedLayout) {
   EXPECT_EQ(digestOf({}), "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855");
   EXPECT_EQ(
       digestOf({{"c.xml", document("<LocalizedText Ref='b' Lang='en-US' Version='2'>Hi</LocalizedText>" +
-                                   text("a", "de-DE", "Zwei\nZeilen", "TextWidth='s'"))}}),
-      "0e4af00781885604f42869508eeeb8a8c10fbb5f8bd2c61a4d7bb005c686eee7");
+                                   text("a", "de-DE", "Zwei\nZeilen", "TextWidth='s'") +
+                                   "<LocalizedText Ref='a' Lang='de-DE' Version='2' TextWidth='xs'>Neu"
+                                   "</LocalizedText><LocalizedText Ref='a' Lang='de-DE' Version='2'>Neu"
+                                   "</LocalizedText>")}}),
+      "f07ca7462af15124d5a733ff548268afde8fd1ec294aefeace140166b3dee187");
 }
 
 }  // namespace
