@@ -84,7 +84,8 @@ TEST(CatalogueDigest, DependsOnlyOnTheKeptTexts) {
 
 // The second digest was checked with sha256sum over the documented layout of
 // "a" "de-DE" v2 without width "Neu", the same with ExtraSmall, "a" "de-DE" v1
-// Small "Zwei\nZeilen" (2 lines), then "b" "en-US" v2 without width "Hi".
+// Small "Zwei\nZeilen" (2 lines), then "b" "en-US" v2 without width "Hi"; the
+// third over "a" "de-DE" v1 without width, 1 line, 100,000 times "x".
 TEST(CatalogueDigest, IsSha256OverTheDocumentedLayout) {
   EXPECT_EQ(digestOf({}), "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855");
   EXPECT_EQ(
@@ -94,6 +95,9 @@ TEST(CatalogueDigest, IsSha256OverTheDocumentedLayout) {
                                    "</LocalizedText><LocalizedText Ref='a' Lang='de-DE' Version='2'>Neu"
                                    "</LocalizedText>")}}),
       "f07ca7462af15124d5a733ff548268afde8fd1ec294aefeace140166b3dee187");
+  // Longer than the blocks in which the digest is fed.
+  EXPECT_EQ(digestOf({{"c.xml", document(text("a", "de-DE", std::string(100000, 'x')))}}),
+            "1584152923ece0d5318212581c55061bd6ddef30a8dfab1b97bb5d5f8d6a43f7");
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <numeric>
 #include <string>
@@ -108,15 +109,17 @@ std::vector<KeptText> inStoreOrder(const Catalogue& catalogue, const CatalogueCh
 // hashing the few bytes of most fields.
 class Sha256 {
 public:
-  Sha256() {
-    sha256_init(&m_context);
-    m_pending.reserve(blockSize);
-  }
+  Sha256() { sha256_init(&m_context); }
 
   void add(std::string_view bytes) {
-    m_pending.append(bytes);
-    if (m_pending.size() >= blockSize) {
-      flush();
+    while (!bytes.empty()) {
+      const std::size_t taken = std::min(bytes.size(), m_pending.size() - m_used);
+      std::memcpy(m_pending.data() + m_used, bytes.data(), taken);
+      m_used += taken;
+      bytes.remove_prefix(taken);
+      if (m_used == m_pending.size()) {
+        flush();
+      }
     }
   }
 
@@ -150,15 +153,14 @@ public:
   }
 
 private:
-  static constexpr std::size_t blockSize = 64 * 1024;
-
   void flush() {
-    sha256_update(&m_context, m_pending.size(), reinterpret_cast<const std::uint8_t*>(m_pending.data()));
-    m_pending.clear();
+    sha256_update(&m_context, m_used, m_pending.data());
+    m_used = 0;
   }
 
   sha256_ctx m_context{};
-  std::string m_pending;
+  std::vector<std::uint8_t> m_pending = std::vector<std::uint8_t>(64 * 1024);
+  std::size_t m_used = 0;
 };
 
 void addText(Sha256& sha, const KeptText& kept) {
