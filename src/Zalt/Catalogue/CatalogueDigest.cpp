@@ -159,7 +159,7 @@ private:
   }
 
   sha256_ctx m_context{};
-  std::vector<std::uint8_t> m_pending = std::vector<std::uint8_t>(64 * 1024);
+  std::vector<std::uint8_t> m_pending = std::vector<std::uint8_t>(std::size_t{64} * 1024);
   std::size_t m_used = 0;
 };
 
