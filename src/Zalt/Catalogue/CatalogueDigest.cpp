@@ -29,6 +29,7 @@ using MdibText = Tovra::Mdib::LocalizedText;
 // rule, so the string met last is tried before the table.
 class StringRanks {
 public:
+  // The id of `string`: its place among the distinct strings in the order first met.
   std::uint32_t idOf(std::string_view string) {
     if (m_strings.empty() || m_strings[m_lastId] != string) {
       m_lastId = m_ids.try_emplace(string, static_cast<std::uint32_t>(m_strings.size())).first->second;
