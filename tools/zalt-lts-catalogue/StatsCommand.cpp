@@ -1,4 +1,5 @@
-// stats: how many texts, references, versions and languages a catalogue holds.
+// stats: how many texts, references, versions and languages a catalogue holds,
+// and the digest of what a device store keeps of it.
 #include "Commands.h"
 #include "ExitCode.h"
 #include "Json.h"
@@ -7,6 +8,7 @@
 #include "Terminal.h"
 #include "Wording.h"
 
+#include <Zalt/Catalogue/CatalogueDigest.h>
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/TextMeasure.h>
 #include <Zalt/Catalogue/TextWidthTokens.h>
@@ -65,7 +67,7 @@ Counts count(const std::vector<CatalogueText>& texts, const std::vector<std::siz
   return counts;
 }
 
-void print(const Counts& counts, std::size_t kept, std::size_t read) {
+void print(const Counts& counts, const std::string& digest, std::size_t kept, std::size_t read) {
   std::cout << "texts: " << kept;
   if (kept != read) {
     std::cout << " (of " << read << " read; see 'zalt-lts-catalogue check' for the others)";
@@ -76,7 +78,8 @@ void print(const Counts& counts, std::size_t kept, std::size_t read) {
     languages.push_back(escapedForTerminal(language.tag()));
   }
   std::cout << "\nreferences: " << counts.references.size() << "\nversions: " << counts.versions.size()
-            << "\nlanguages: " << listed(languages, " ") << "\ntexts per width:\n";
+            << "\nlanguages: " << listed(languages, " ") << "\ndigest: sha256:" << digest
+            << "\ntexts per width:\n";
   for (const auto& width : counts.perWidth) {
     std::cout << "  "
               << (width.first < 0
@@ -99,12 +102,14 @@ std::string widthKey(int width) {
                    : Zalt::Catalogue::textWidthToken(static_cast<Tovra::Mdib::LocalizedTextWidth>(width));
 }
 
-nlohmann::json countsJson(const Counts& counts, std::size_t kept, std::size_t read) {
+nlohmann::json countsJson(const Counts& counts, const std::string& digest, std::size_t kept,
+                          std::size_t read) {
   nlohmann::json document = {{"texts", kept},
                              {"read", read},
                              {"references", counts.references.size()},
                              {"versions", counts.versions.size()},
                              {"languages", nlohmann::json::array()},
+                             {"digest", digest},
                              {"perWidth", nlohmann::json::object()},
                              {"perLines", nlohmann::json::object()},
                              {"declaredTooNarrow", nlohmann::json::object()},
@@ -126,7 +131,8 @@ nlohmann::json countsJson(const Counts& counts, std::size_t kept, std::size_t re
 
 // Numbers of texts, references, versions and languages, texts per width and
 // number of lines, and per language the texts declared narrower than they
-// measure in the unit asked for. File problems end it on stderr.
+// measure in the unit asked for, and the catalogue's digest. File problems
+// end it on stderr.
 int stats(const StatsRequest& request) {
   requireDistinctInputs(request.files);
   const LoadedCatalogue loaded = loadCatalogue(request.files);
@@ -138,12 +144,14 @@ int stats(const StatsRequest& request) {
     }
     return failure;
   }
-  const std::vector<std::size_t> kept = Zalt::Catalogue::checkCatalogue(loaded.document, request.unit).kept;
-  const Counts counts = count(loaded.document.texts, kept, request.unit);
+  const Zalt::Catalogue::CatalogueCheck check =
+      Zalt::Catalogue::checkCatalogue(loaded.document, request.unit);
+  const Counts counts = count(loaded.document.texts, check.kept, request.unit);
+  const std::string digest = Zalt::Catalogue::catalogueDigest(loaded.document, check);
   if (request.json) {
-    printJson(countsJson(counts, kept.size(), loaded.document.texts.size()));
+    printJson(countsJson(counts, digest, check.kept.size(), loaded.document.texts.size()));
   } else {
-    print(counts, kept.size(), loaded.document.texts.size());
+    print(counts, digest, check.kept.size(), loaded.document.texts.size());
   }
   return success;
 }
@@ -157,7 +165,7 @@ void addStats(CLI::App& parent, Runner& chosen) {
   addWidthUnitOption(*command, request.unit);
   command->add_flag(
       "--json", request.json,
-      "Print one JSON document {texts, read, references, versions, languages, perWidth, perLines, "
+      "Print one JSON document {texts, read, references, versions, languages, digest, perWidth, perLines, "
       "declaredTooNarrow, findings}, file problems too");
 }
 
