@@ -40,9 +40,9 @@ RecordCheck checkAgainstRecord(const Zalt::Catalogue::IdentityCheck& identity, c
   } else if (request.record) {
     result.newText = Zalt::Catalogue::withRecorded(record, identifier, digest);
   } else {
-    result.findings.push_back({Finding::Kind::Identity, identity.location,
-                               "catalogue '" + identifier + "' is not recorded in " + request.path +
-                                   ": record it with --record"});
+    result.findings.push_back(
+        {Finding::Kind::Identity, identity.location,
+         "catalogue '" + identifier + "' is not recorded in " + request.path + ": record it with --record"});
   }
   return result;
 }

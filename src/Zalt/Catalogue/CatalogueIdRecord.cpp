@@ -18,9 +18,11 @@ constexpr std::size_t digestLength = 64;
 constexpr std::string_view blanks = " \t";
 
 bool isDigest(std::string_view field) {
-  return field.size() == digestPrefix.size() + digestLength && field.substr(0, digestPrefix.size()) == digestPrefix &&
-         std::all_of(field.begin() + digestPrefix.size(), field.end(),
-                     [](char digit) { return (digit >= '0' && digit <= '9') || (digit >= 'a' && digit <= 'f'); });
+  return field.size() == digestPrefix.size() + digestLength &&
+         field.substr(0, digestPrefix.size()) == digestPrefix &&
+         std::all_of(field.begin() + digestPrefix.size(), field.end(), [](char digit) {
+           return (digit >= '0' && digit <= '9') || (digit >= 'a' && digit <= 'f');
+         });
 }
 
 // Takes the lines of one record, each problem at its line and column.
@@ -52,8 +54,10 @@ private:
     if (identifierStart == std::string_view::npos || content[identifierStart] == '#') {
       return;
     }
-    const std::size_t identifierEnd = std::min(content.find_first_of(blanks, identifierStart), content.size());
-    const std::size_t digestStart = std::min(content.find_first_not_of(blanks, identifierEnd), content.size());
+    const std::size_t identifierEnd =
+        std::min(content.find_first_of(blanks, identifierStart), content.size());
+    const std::size_t digestStart =
+        std::min(content.find_first_not_of(blanks, identifierEnd), content.size());
     const std::size_t digestEnd = std::min(content.find_first_of(blanks, digestStart), content.size());
     const std::string_view identifier = content.substr(identifierStart, identifierEnd - identifierStart);
     const std::string_view digest = content.substr(digestStart, digestEnd - digestStart);
@@ -62,11 +66,14 @@ private:
               "'" + std::string(identifier) + "' is not a text catalogue identifier (urn:oid: or urn:uuid:)");
     } else if (!isDigest(digest)) {
       problem(line, digestStart, "expected sha256: and 64 lowercase hexadecimal digits after the identifier");
-    } else if (digestEnd < content.size() && content.find_first_not_of(blanks, digestEnd) != std::string_view::npos) {
-      problem(line, content.find_first_not_of(blanks, digestEnd), "expected the end of the line after the digest");
+    } else if (digestEnd < content.size() &&
+               content.find_first_not_of(blanks, digestEnd) != std::string_view::npos) {
+      problem(line, content.find_first_not_of(blanks, digestEnd),
+              "expected the end of the line after the digest");
     } else if (const RecordedCatalogue* earlier = m_record.find(identifier)) {
-      problem(line, identifierStart,
-              "'" + std::string(identifier) + "' is recorded already on line " + std::to_string(earlier->line));
+      problem(
+          line, identifierStart,
+          "'" + std::string(identifier) + "' is recorded already on line " + std::to_string(earlier->line));
     } else {
       m_record.entries.push_back(
           {std::string(identifier), std::string(digest.substr(digestPrefix.size())), line});
@@ -87,9 +94,9 @@ private:
 
 const RecordedCatalogue* CatalogueIdRecord::find(std::string_view identifier) const {
   const std::string wanted = comparedForm(identifier);
-  const auto entry = std::find_if(entries.begin(), entries.end(), [&wanted](const RecordedCatalogue& candidate) {
-    return comparedForm(candidate.identifier) == wanted;
-  });
+  const auto entry = std::find_if(
+      entries.begin(), entries.end(),
+      [&wanted](const RecordedCatalogue& candidate) { return comparedForm(candidate.identifier) == wanted; });
   return entry == entries.end() ? nullptr : &*entry;
 }
 
@@ -115,7 +122,8 @@ CatalogueIdRecord readCatalogueIdRecordFile(const std::string& path) {
   return readCatalogueIdRecord(text, path);
 }
 
-std::string withRecorded(const CatalogueIdRecord& record, const std::string& identifier, const std::string& digest) {
+std::string withRecorded(const CatalogueIdRecord& record, const std::string& identifier,
+                         const std::string& digest) {
   std::string text = record.text;
   if (!text.empty() && text.back() != '\n') {
     text += '\n';

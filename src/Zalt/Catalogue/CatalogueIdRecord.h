@@ -56,7 +56,8 @@ struct ZALT_LTSCATALOGUE_EXPORT CatalogueIdRecord {
 // CatalogueError with a problem at FILE:LINE:COLUMN for a line that is not a
 // comment, blank, or an identifier (CatalogueIdentity.h) and a digest, and
 // for an identifier that an earlier line holds already.
-ZALT_LTSCATALOGUE_EXPORT CatalogueIdRecord readCatalogueIdRecord(std::string_view text, const std::string& fileName);
+ZALT_LTSCATALOGUE_EXPORT CatalogueIdRecord readCatalogueIdRecord(std::string_view text,
+                                                                 const std::string& fileName);
 
 // Reads the record at `path`; where nothing is there yet, the record is empty.
 // Throws CatalogueError as readCatalogueIdRecord does, and where the file
@@ -65,8 +66,8 @@ ZALT_LTSCATALOGUE_EXPORT CatalogueIdRecord readCatalogueIdRecordFile(const std::
 
 // The text of `record` with a line for `identifier` and `digest` (64 hex
 // digits) added at its end, the earlier lines as they were.
-ZALT_LTSCATALOGUE_EXPORT std::string withRecorded(const CatalogueIdRecord& record, const std::string& identifier,
-                                                  const std::string& digest);
+ZALT_LTSCATALOGUE_EXPORT std::string withRecorded(const CatalogueIdRecord& record,
+                                                  const std::string& identifier, const std::string& digest);
 
 }  // namespace Catalogue
 }  // namespace Zalt

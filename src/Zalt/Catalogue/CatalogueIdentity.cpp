@@ -12,11 +12,14 @@ namespace {
 constexpr std::string_view oidPrefix = "urn:oid:";
 constexpr std::string_view uuidPrefix = "urn:uuid:";
 
-char lowered(char character) { return static_cast<char>(std::tolower(static_cast<unsigned char>(character))); }
+char lowered(char character) {
+  return static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+}
 
 std::string lowered(std::string_view text) {
   std::string result(text);
-  std::transform(result.begin(), result.end(), result.begin(), [](char character) { return lowered(character); });
+  std::transform(result.begin(), result.end(), result.begin(),
+                 [](char character) { return lowered(character); });
   return result;
 }
 
@@ -27,7 +30,8 @@ bool startsCaseless(std::string_view text, std::string_view prefix) {
 bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
 bool isArc(std::string_view arc) {
-  return !arc.empty() && std::all_of(arc.begin(), arc.end(), isDigit) && (arc.size() == 1 || arc.front() != '0');
+  return !arc.empty() && std::all_of(arc.begin(), arc.end(), isDigit) &&
+         (arc.size() == 1 || arc.front() != '0');
 }
 
 // Two or more arcs under one of the roots 0, 1 and 2.
@@ -92,7 +96,8 @@ IdentityCheck checkIdentity(const MdibTexts& mdib) {
     const SourceLocation where = mdib.location(identifier);
     if (!isCatalogueIdentifier(identifier.value)) {
       result.findings.push_back({Finding::Kind::Identity, where,
-                                 "the text catalogue identifier '" + identifier.value + "' of " + ofMds(identifier) +
+                                 "the text catalogue identifier '" + identifier.value + "' of " +
+                                     ofMds(identifier) +
                                      " is neither urn:oid: and an OID nor urn:uuid: and a UUID"});
     }
     if (!result.catalogueId) {
