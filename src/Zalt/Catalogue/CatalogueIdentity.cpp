@@ -94,7 +94,8 @@ IdentityCheck checkIdentity(const MdibTexts& mdib) {
   IdentityCheck result;
   for (const CatalogueIdentifier& identifier : mdib.catalogueIds) {
     const SourceLocation where = mdib.location(identifier);
-    if (!isCatalogueIdentifier(identifier.value)) {
+    const bool valid = isCatalogueIdentifier(identifier.value);
+    if (!valid) {
       result.findings.push_back({Finding::Kind::Identity, where,
                                  "the text catalogue identifier '" + identifier.value + "' of " +
                                      ofMds(identifier) +
@@ -103,7 +104,8 @@ IdentityCheck checkIdentity(const MdibTexts& mdib) {
     if (!result.catalogueId) {
       result.catalogueId = identifier.value;
       result.location = where;
-    } else if (comparedForm(identifier.value) != comparedForm(*result.catalogueId)) {
+    } else if (valid && comparedForm(identifier.value) != comparedForm(*result.catalogueId)) {
+      // One that is no identifier is told once, as such.
       result.findings.push_back({Finding::Kind::Identity, where,
                                  ofMds(identifier) + " declares text catalogue '" + identifier.value +
                                      "', where an earlier MDS declares '" + *result.catalogueId +

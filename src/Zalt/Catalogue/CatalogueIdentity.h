@@ -41,7 +41,7 @@ struct IdentityCheck {
   // Where the first identifier stands; meaningful with `catalogueId` only.
   SourceLocation location;
   // Identity findings, in document order: an identifier that is not one, or
-  // one that differs from the first, at the later MDS.
+  // a good one that differs from the first, at the later MDS.
   std::vector<Finding> findings;
 };
 
