@@ -13,6 +13,11 @@
 //   catalogue/read-mdib/N   reading an MDIB document that names N/10 texts
 //   catalogue/coverage/N    checking those against the texts a store keeps,
 //                           what zalt-lts-catalogue coverage adds to check
+//   catalogue/digest/N      a round checks the texts read from the file (the
+//                           floor), then takes the digest of what they keep;
+//                           the counters hold each step's median milliseconds
+//                           and the median of the rounds' digest_per_check,
+//                           (check + digest) / check
 //
 // They register themselves, and only when the catalogue library is built:
 //   zalt_lts_bench --benchmark_filter='^catalogue/'
@@ -20,6 +25,7 @@
 #include "Catalogue.h"
 
 #include <Tovra/Mdib/LocalizedText.h>
+#include <Zalt/Catalogue/CatalogueDigest.h>
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/MdibCoverage.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
@@ -31,6 +37,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -38,6 +45,7 @@
 #include <fstream>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ZaltBench {
@@ -210,6 +218,38 @@ void coverage(benchmark::State& state, std::size_t references) {
   state.SetItemsProcessed(state.iterations() * asCount(MdibFile::uses(references)));
 }
 
+template <typename Work>
+double secondsFor(const Work& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+// The digest beside the check it needs, which a build gate runs anyway.
+void digest(benchmark::State& state, std::size_t references) {
+  const CatalogueFile file(references);
+  const Zalt::Catalogue::Catalogue catalogue = Zalt::Catalogue::readCatalogueFile(file.path());
+  std::vector<double> checks;
+  std::vector<double> digests;
+  std::vector<double> ratios;
+  for (auto _ : state) {
+    Zalt::Catalogue::CatalogueCheck check;
+    checks.push_back(secondsFor([&] { check = Zalt::Catalogue::checkCatalogue(catalogue); }));
+    digests.push_back(
+        secondsFor([&] { benchmark::DoNotOptimize(Zalt::Catalogue::catalogueDigest(catalogue, check)); }));
+    ratios.push_back((checks.back() + digests.back()) / checks.back());
+  }
+  state.SetItemsProcessed(state.iterations() * asCount(catalogue.texts.size()));
+  state.counters["check_ms"] = median(checks) * 1e3;
+  state.counters["digest_ms"] = median(digests) * 1e3;
+  state.counters["digest_per_check"] = median(ratios);
+}
+
 // Peak heap of what `zalt-lts-catalogue check` does, reading included, and of
 // checking texts already read, each against the heap of a store holding them.
 void memory(benchmark::State& state, std::size_t references) {
@@ -266,6 +306,9 @@ bool registerCatalogueBenchmarks() {
     timed("read-mdib", readMdib);
     timed("coverage", coverage);
     benchmark::RegisterBenchmark(("catalogue/memory" + size).c_str(), memory, references)->Iterations(1);
+    benchmark::RegisterBenchmark(("catalogue/digest" + size).c_str(), digest, references)
+        ->Iterations(3)
+        ->Unit(benchmark::kMillisecond);
   }
   return true;
 }

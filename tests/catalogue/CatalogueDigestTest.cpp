@@ -40,7 +40,7 @@ std::string utf16(const std::string& utf8) {
   return bytes;
 }
 
-std::string digestOf(std::vector<std::pair<std::string, std::string>> files) {
+std::string digestOf(const std::vector<std::pair<std::string, std::string>>& files) {
   Catalogue catalogue;
   for (const auto& [name, content] : files) {
     catalogue.append(Zalt::Catalogue::readCatalogue(content, name));
@@ -48,12 +48,11 @@ std::string digestOf(std::vector<std::pair<std::string, std::string>> files) {
   return Zalt::Catalogue::catalogueDigest(catalogue, Zalt::Catalogue::checkCatalogue(catalogue));
 }
 
-const std::string alarmDe = text("alarm", "de-DE", "Herzfrequenz\nzu hoch", "TextWidth='s'");
-const std::string alarmEn = text("alarm", "en-US", "Heart rate\ntoo high", "TextWidth='s'");
-const std::string pauseDe = text("pause", "de-DE", "Pause für 2 Minuten");
-const std::string pauseEn = text("pause", "en-US", "Paused for 2 minutes");
-
 TEST(CatalogueDigest, DependsOnlyOnTheKeptTexts) {
+  const std::string alarmDe = text("alarm", "de-DE", "Herzfrequenz\nzu hoch", "TextWidth='s'");
+  const std::string alarmEn = text("alarm", "en-US", "Heart rate\ntoo high", "TextWidth='s'");
+  const std::string pauseDe = text("pause", "de-DE", "Pause für 2 Minuten");
+  const std::string pauseEn = text("pause", "en-US", "Paused for 2 minutes");
   const std::string digest = digestOf({{"all.xml", document(alarmDe + alarmEn + pauseDe + pauseEn)}});
   EXPECT_EQ(digestOf({{"en.xml", document("\n  " + pauseEn + "\n  <!-- alarms -->\n  " + alarmEn + "\n")},
                       {"de.xml", utf16("<?xml version='1.0' encoding='UTF-16'?>" +
@@ -69,7 +68,6 @@ TEST(CatalogueDigest, DependsOnlyOnTheKeptTexts) {
       document(alarmDe + text("alarm", "en-US", "Heart rate\ntoo high", "TextWidth='m'") + pauseDe + pauseEn),
       document(alarmDe + alarmEn + pauseDe +
                text("pause", "en-US", "Paused for 2 minutes", "TextWidth='xs'")),
-      document(alarmDe + alarmEn + pauseDe + pauseEn + text("pause", "en-US", "Paused\nfor 2 minutes")),
       document(alarmDe + alarmEn + pauseDe + pauseEn +
                "<LocalizedText Ref='pause' Lang='de-DE' Version='2'>Pause</LocalizedText>"
                "<LocalizedText Ref='pause' Lang='en-US' Version='2'>Paused</LocalizedText>"),
@@ -84,14 +82,22 @@ TEST(CatalogueDigest, DependsOnlyOnTheKeptTexts) {
   }
 }
 
-// The second digest was checked against sha256sum over the documented layout:
-// "a" "de-DE" 1 Small, 2 lines "Zwei\nZeilen", then "b" "en-US" 2, no width, 1 line "Hi".
+// The second digest was checked with sha256sum over the documented layout of
+// "a" "de-DE" v2 without width "Neu", the same with ExtraSmall, "a" "de-DE" v1
+// Small "Zwei\nZeilen" (2 lines), then "b" "en-US" v2 without width "Hi"; the
+// third over "a" "de-DE" v1 without width, 1 line, 100,000 times "x".
 TEST(CatalogueDigest, IsSha256OverTheDocumentedLayout) {
   EXPECT_EQ(digestOf({}), "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855");
   EXPECT_EQ(
       digestOf({{"c.xml", document("<LocalizedText Ref='b' Lang='en-US' Version='2'>Hi</LocalizedText>" +
-                                   text("a", "de-DE", "Zwei\nZeilen", "TextWidth='s'"))}}),
-      "0e4af00781885604f42869508eeeb8a8c10fbb5f8bd2c61a4d7bb005c686eee7");
+                                   text("a", "de-DE", "Zwei\nZeilen", "TextWidth='s'") +
+                                   "<LocalizedText Ref='a' Lang='de-DE' Version='2' TextWidth='xs'>Neu"
+                                   "</LocalizedText><LocalizedText Ref='a' Lang='de-DE' Version='2'>Neu"
+                                   "</LocalizedText>")}}),
+      "f07ca7462af15124d5a733ff548268afde8fd1ec294aefeace140166b3dee187");
+  // Longer than the blocks in which the digest is fed.
+  EXPECT_EQ(digestOf({{"c.xml", document(text("a", "de-DE", std::string(100000, 'x')))}}),
+            "1584152923ece0d5318212581c55061bd6ddef30a8dfab1b97bb5d5f8d6a43f7");
 }
 
 }  // namespace

@@ -1,72 +1,146 @@
 #include <Zalt/Catalogue/CatalogueDigest.h>
 
-#include <Zalt/Localization/Private/Common/LocalizedTextStoreKeyView.h>
+#include <Zalt/Localization/NumberOfLines.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
 #include <nettle/sha2.h>
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <limits>
+#include <numeric>
+#include <string>
 #include <string_view>
+#include <tuple>
+#include <unordered_map>
 #include <vector>
 
 namespace Zalt {
 namespace Catalogue {
 namespace {
 
-using Localization::Impl::LocalizedTextStoreKeyView;
 using MdibText = Tovra::Mdib::LocalizedText;
 
-// A kept text and its number of lines, counted once: with the text itself
-// that is its store key, so sorting moves no text and no copy of a key.
+// Numbers the distinct strings met, then ranks them byte-wise, as the store
+// orders references and languages. Texts come grouped by reference as a
+// rule, so the string met last is tried before the table.
+class StringRanks {
+public:
+  // The id of `string`: its place among the distinct strings in the order first met.
+  std::uint32_t idOf(std::string_view string) {
+    if (m_strings.empty() || m_strings[m_lastId] != string) {
+      m_lastId = m_ids.try_emplace(string, static_cast<std::uint32_t>(m_strings.size())).first->second;
+      if (m_lastId == m_strings.size()) {
+        m_strings.push_back(string);
+      }
+    }
+    return m_lastId;
+  }
+
+  // The rank of each string, by its id.
+  std::vector<std::uint32_t> ranks() const {
+    std::vector<std::uint32_t> byRank(m_strings.size());
+    std::iota(byRank.begin(), byRank.end(), 0U);
+    std::sort(byRank.begin(), byRank.end(),
+              [this](std::uint32_t lhs, std::uint32_t rhs) { return m_strings[lhs] < m_strings[rhs]; });
+    std::vector<std::uint32_t> rankOf(m_strings.size());
+    for (std::uint32_t rank = 0; rank < byRank.size(); ++rank) {
+      rankOf[byRank[rank]] = rank;
+    }
+    return rankOf;
+  }
+
+private:
+  std::unordered_map<std::string_view, std::uint32_t> m_ids;
+  std::vector<std::string_view> m_strings;
+  std::uint32_t m_lastId = 0;
+};
+
+// A kept text with its store key as numbers, so that sorting compares
+// integers instead of reaching into every text's strings, and moves no text.
+// The fields run in the order of the store's key and each ascends as the
+// store's order does: age is the version counted down, an absent width is
+// below every width.
 struct KeptText {
   const MdibText* text;
+  std::uint32_t ref;
+  std::uint32_t language;
+  std::uint64_t age;
+  std::int64_t width;
   Localization::NumberOfLines lines;
 };
 
-LocalizedTextStoreKeyView keyOf(const KeptText& kept) {
-  const MdibText& text = *kept.text;
-  return {text.ref().get().value(), text.lang()->tag(), *text.version(), text.textWidth(), kept.lines};
+bool operator<(const KeptText& lhs, const KeptText& rhs) {
+  return std::tie(lhs.ref, lhs.language, lhs.age, lhs.width, lhs.lines) <
+         std::tie(rhs.ref, rhs.language, rhs.age, rhs.width, rhs.lines);
+}
+
+KeptText keyed(const MdibText& text, StringRanks& refs, StringRanks& languages) {
+  const auto& width = text.textWidth();
+  return {&text,
+          refs.idOf(text.ref().get().value()),
+          languages.idOf(text.lang()->tag()),
+          std::numeric_limits<std::uint64_t>::max() - text.version()->get(),
+          width ? static_cast<std::int64_t>(*width) : std::numeric_limits<std::int64_t>::min(),
+          Localization::Impl::numberOfLineBreaks(text.text()) + 1};
 }
 
 std::vector<KeptText> inStoreOrder(const Catalogue& catalogue, const CatalogueCheck& check) {
+  StringRanks refs;
+  StringRanks languages;
   std::vector<KeptText> kept;
   kept.reserve(check.kept.size());
   for (const std::size_t index : check.kept) {
-    const MdibText& text = catalogue.texts[index].text;
-    kept.push_back({&text, Localization::Impl::numberOfLineBreaks(text.text()) + 1});
+    kept.push_back(keyed(catalogue.texts[index].text, refs, languages));
   }
-  std::sort(kept.begin(), kept.end(), [](const KeptText& lhs, const KeptText& rhs) {
-    return Localization::Impl::compare(keyOf(lhs), keyOf(rhs)) < 0;
-  });
+  const std::vector<std::uint32_t> refRanks = refs.ranks();
+  const std::vector<std::uint32_t> languageRanks = languages.ranks();
+  for (KeptText& each : kept) {
+    each.ref = refRanks[each.ref];
+    each.language = languageRanks[each.language];
+  }
+  std::sort(kept.begin(), kept.end());
   return kept;
 }
 
+// SHA-256 fed in blocks of many fields: a call per field would cost more than
+// hashing the few bytes of most fields.
 class Sha256 {
 public:
   Sha256() { sha256_init(&m_context); }
 
   void add(std::string_view bytes) {
-    sha256_update(&m_context, bytes.size(), reinterpret_cast<const std::uint8_t*>(bytes.data()));
+    while (!bytes.empty()) {
+      const std::size_t taken = std::min(bytes.size(), m_pending.size() - m_used);
+      std::memcpy(m_pending.data() + m_used, bytes.data(), taken);
+      m_used += taken;
+      bytes.remove_prefix(taken);
+      if (m_used == m_pending.size()) {
+        flush();
+      }
+    }
   }
 
-  template <typename Unsigned>
-  void addBigEndian(Unsigned value) {
-    std::array<std::uint8_t, sizeof(Unsigned)> bytes{};
-    for (std::size_t i = bytes.size(); i-- > 0; value >>= 8U) {
-      bytes[i] = static_cast<std::uint8_t>(value & 0xFFU);
+  // The low `size` bytes of `value`, most significant first.
+  void addBigEndian(std::uint64_t value, std::size_t size) {
+    std::array<char, sizeof value> bytes{};
+    for (std::size_t i = 0; i < size; ++i) {
+      bytes[i] = static_cast<char>(value >> (8U * (size - 1 - i)));
     }
-    sha256_update(&m_context, bytes.size(), bytes.data());
+    add({bytes.data(), size});
   }
 
   // A length before the bytes keeps adjacent fields from running into each other.
   void addField(std::string_view bytes) {
-    addBigEndian(static_cast<std::uint64_t>(bytes.size()));
+    addBigEndian(bytes.size(), 8);
     add(bytes);
   }
 
   std::string hexDigest() {
+    flush();
     std::array<std::uint8_t, SHA256_DIGEST_SIZE> digest{};
     sha256_digest(&m_context, digest.size(), digest.data());
     static constexpr std::string_view digits = "0123456789abcdef";
@@ -80,21 +154,28 @@ public:
   }
 
 private:
+  void flush() {
+    sha256_update(&m_context, m_used, m_pending.data());
+    m_used = 0;
+  }
+
   sha256_ctx m_context{};
+  std::vector<std::uint8_t> m_pending = std::vector<std::uint8_t>(std::size_t{64} * 1024);
+  std::size_t m_used = 0;
 };
 
 void addText(Sha256& sha, const KeptText& kept) {
   const MdibText& text = *kept.text;
   sha.addField(text.ref().get().value());
   sha.addField(text.lang()->tag());
-  sha.addBigEndian(text.version()->get());
+  sha.addBigEndian(text.version()->get(), 8);
   if (const auto& width = text.textWidth()) {
-    sha.addBigEndian(std::uint8_t{1});
-    sha.addBigEndian(static_cast<std::uint32_t>(*width));
+    sha.addBigEndian(1, 1);
+    sha.addBigEndian(static_cast<std::uint32_t>(*width), 4);
   } else {
-    sha.addBigEndian(std::uint8_t{0});
+    sha.addBigEndian(0, 1);
   }
-  sha.addBigEndian(std::uint32_t{kept.lines});
+  sha.addBigEndian(kept.lines, 4);
   sha.addField(text.text().value());
 }
 
