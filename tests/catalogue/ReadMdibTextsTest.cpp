@@ -116,4 +116,39 @@ TEST(MdibTexts, RefusesACatalogueButReadsTextsAmongMdibContent) {
   EXPECT_TRUE(readMdibTexts("<c xmlns='urn:other'><LocalizedText Ref='a'/></c>", "mdib.xml").uses.empty());
 }
 
+// One line per identifier: "VALUE mds=HANDLE L:C".
+std::vector<std::string> identifiers(const MdibTexts& texts) {
+  std::vector<std::string> result;
+  for (const Zalt::Catalogue::CatalogueIdentifier& id : texts.catalogueIds) {
+    result.push_back(id.value + " mds=" + id.mds.value_or("-") + ' ' + std::to_string(id.line) + ':' +
+                     std::to_string(id.column));
+  }
+  return result;
+}
+
+std::string specification(const std::string& specType, const std::string& value) {
+  return "<pm:ProductionSpecification><pm:SpecType " + specType + "/><pm:ProductionSpec>" + value +
+         "</pm:ProductionSpec></pm:ProductionSpecification>\n";
+}
+
+TEST(MdibTexts, TakesTheTextCatalogueThatEachMdsDeclaresInItsOwnSpecification) {
+  const std::string mds = "<pm:Mds Handle='mds.a'>\n" + specification("Code='68008'", " urn:oid:1.2.3 \n") +
+                          specification("Code='68009'", "urn:oid:9") +
+                          specification("Code='68008' CodingSystem='urn:other'", "urn:oid:8") + "<pm:Vmd>" +
+                          specification("Code='68008'", "urn:oid:7") + "<pm:Channel>" +
+                          specification("Code='68008'", "urn:oid:6") + "</pm:Channel></pm:Vmd></pm:Mds>\n";
+  const std::string second =
+      "<p:Mds xmlns:p='" + participant() +
+      "'><p:ProductionSpecification><p:SpecType Code='68008' "
+      "CodingSystem='urn:oid:1.2.840.10004.1.1.1.0.0.1'/><p:ProductionSpec>urn:uuid:x</p:ProductionSpec>"
+      "</p:ProductionSpecification></p:Mds>\n";
+  const MdibTexts texts = readMdibTexts(mdib(mds + second), "mdib.xml");
+  EXPECT_THAT(identifiers(texts),
+              testing::ElementsAre("urn:oid:1.2.3 mds=mds.a 3:56", "urn:uuid:x mds=- 10:191"));
+  EXPECT_EQ(texts.location(texts.catalogueIds.at(1)), (Zalt::Catalogue::SourceLocation{"mdib.xml", 10, 191}));
+  EXPECT_TRUE(
+      readMdibTexts(mdib("<pm:Vmd>" + specification("Code='68008'", "urn:oid:1.2") + "</pm:Vmd>"), "mdib.xml")
+          .catalogueIds.empty());
+}
+
 }  // namespace

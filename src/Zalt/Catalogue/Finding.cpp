@@ -43,6 +43,8 @@ const char* name(Finding::Kind kind) {
       return "segments";
     case Finding::Kind::Placeholder:
       return "placeholder";
+    case Finding::Kind::Identity:
+      return "identity";
   }
   return "unknown";
 }

@@ -68,6 +68,11 @@ struct Finding {
     // An XLIFF translation that lacks or adds a placeholder, markup written
     // as text, an escape or an argument of its source.
     Placeholder,
+    // A text catalogue identifier that an MDIB declares and a consumer cannot
+    // key by: not a URN of an OID or a UUID, one MDS's differing from
+    // another's, none where a record asks for one, or one that a record holds
+    // for other texts.
+    Identity,
   };
 
   Kind kind;
@@ -78,7 +83,7 @@ struct Finding {
 // The kind's name in JSON: "file", "rejected", "dropped", "languages",
 // "inconsistent", "empty", "width", "missing", "version", "language",
 // "unused", "inline", "untranslated", "id", "markup", "lines", "unreviewed",
-// "segments" or "placeholder".
+// "segments", "placeholder" or "identity".
 ZALT_LTSCATALOGUE_EXPORT const char* name(Finding::Kind kind);
 
 // "FILE:LINE:COLUMN: message", or "FILE: message" where no line applies.

@@ -23,6 +23,17 @@
 // Documentation, Manufacturer, ModelName, Description, Text, ErrorInfo or
 // InvocationErrorMessage) without a Ref but with characters other than white
 // space is a text given inline, which no catalogue can localize.
+//
+// An MDS names the text catalogue that its texts come from in a
+// ProductionSpecification of its own (not of a VMD or a channel) whose SpecType
+// has Code 68008 in the default coding system (no CodingSystem, or the MDIB
+// model's default one); its ProductionSpec holds the catalogue's identifier:
+//
+//   <pm:Mds Handle="mds0">
+//     <pm:ProductionSpecification>
+//       <pm:SpecType Code="68008"/>
+//       <pm:ProductionSpec>urn:oid:1.3.6.1.4.1.1234.4.1.2.1</pm:ProductionSpec>
+//     </pm:ProductionSpecification>
 #pragma once
 
 #include <Zalt/Catalogue/CatalogueError.h>
@@ -56,17 +67,33 @@ struct MdibTextUse {
   std::int32_t column;
 };
 
+// The text catalogue that one MDS declares, at the start of its ProductionSpec
+// element: the index of its file in MdibTexts::files, its line and column.
+struct CatalogueIdentifier {
+  // The ProductionSpec's characters, white space at either end left out.
+  std::string value;
+  // The Handle of the MDS that declares it, where the MDS has one.
+  std::optional<std::string> mds;
+  std::uint32_t file;
+  std::int32_t line;
+  std::int32_t column;
+};
+
 // The text uses of one or more MDIB documents, in document order.
 struct ZALT_LTSCATALOGUE_EXPORT MdibTexts {
   // The files read, named as given ("<stdin>" for standard input).
   std::vector<std::string> files;
   std::vector<MdibTextUse> uses;
+  // The catalogue identifiers that the MDSs declare, in document order.
+  std::vector<CatalogueIdentifier> catalogueIds;
 
-  // Moves the files and uses of `other` behind these.
+  // Moves the files, uses and identifiers of `other` behind these.
   void append(MdibTexts&& other);
 
   // Where `use`, one of `uses`, stands.
   SourceLocation location(const MdibTextUse& use) const;
+  // Where `identifier`, one of `catalogueIds`, stands.
+  SourceLocation location(const CatalogueIdentifier& identifier) const;
 };
 
 // Reads the files in order ("-" is standard input); reads every file before it
