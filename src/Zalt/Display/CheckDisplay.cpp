@@ -41,11 +41,13 @@ std::string utf8(char32_t character) {
   } else if (character < 0x800) {
     encoded += {static_cast<char>(0xC0 | (character >> 6)), static_cast<char>(0x80 | (character & 0x3F))};
   } else if (character < 0x10000) {
-    encoded += {static_cast<char>(0xE0 | (character >> 12)), static_cast<char>(0x80 | ((character >> 6) & 0x3F)),
-                static_cast<char>(0x80 | (character & 0x3F))};
+    encoded +=
+        {static_cast<char>(0xE0 | (character >> 12)), static_cast<char>(0x80 | ((character >> 6) & 0x3F)),
+         static_cast<char>(0x80 | (character & 0x3F))};
   } else {
-    encoded += {static_cast<char>(0xF0 | (character >> 18)), static_cast<char>(0x80 | ((character >> 12) & 0x3F)),
-                static_cast<char>(0x80 | ((character >> 6) & 0x3F)), static_cast<char>(0x80 | (character & 0x3F))};
+    encoded +=
+        {static_cast<char>(0xF0 | (character >> 18)), static_cast<char>(0x80 | ((character >> 12) & 0x3F)),
+         static_cast<char>(0x80 | ((character >> 6) & 0x3F)), static_cast<char>(0x80 | (character & 0x3F))};
   }
   return encoded;
 }
@@ -54,7 +56,8 @@ std::string utf8(char32_t character) {
 // store finds the place of its text, and each reference and version its texts.
 class KeptIndex {
 public:
-  KeptIndex(const Catalogue::Catalogue& catalogue, const std::vector<std::size_t>& kept) : m_catalogue(catalogue) {
+  KeptIndex(const Catalogue::Catalogue& catalogue, const std::vector<std::size_t>& kept)
+      : m_catalogue(catalogue) {
     m_entries.reserve(kept.size());
     for (const std::size_t index : kept) {
       const Tovra::Mdib::LocalizedText& text = catalogue.texts[index].text;
@@ -86,18 +89,21 @@ public:
   Catalogue::SourceLocation placeOf(const std::pair<std::string, std::uint64_t>& group,
                                     const std::string& language) const {
     const auto first = [this](auto begin, auto end) {
-      return std::min_element(begin, end, [](const Entry& lhs, const Entry& rhs) { return lhs.index < rhs.index; });
+      return std::min_element(begin, end,
+                              [](const Entry& lhs, const Entry& rhs) { return lhs.index < rhs.index; });
     };
-    const auto groupBegin =
-        std::lower_bound(m_entries.begin(), m_entries.end(), Entry{{group.first, group.second, "", -2, 0}, 0});
+    const auto groupBegin = std::lower_bound(m_entries.begin(), m_entries.end(),
+                                             Entry{{group.first, group.second, "", -2, 0}, 0});
     const auto groupEnd = std::find_if(groupBegin, m_entries.end(), [&group](const Entry& entry) {
       return std::get<0>(entry.key) != group.first || std::get<1>(entry.key) != group.second;
     });
     const auto languageBegin = std::find_if(
         groupBegin, groupEnd, [&language](const Entry& entry) { return std::get<2>(entry.key) == language; });
-    const auto languageEnd = std::find_if(
-        languageBegin, groupEnd, [&language](const Entry& entry) { return std::get<2>(entry.key) != language; });
-    const auto chosen = languageBegin != languageEnd ? first(languageBegin, languageEnd) : first(groupBegin, groupEnd);
+    const auto languageEnd = std::find_if(languageBegin, groupEnd, [&language](const Entry& entry) {
+      return std::get<2>(entry.key) != language;
+    });
+    const auto chosen =
+        languageBegin != languageEnd ? first(languageBegin, languageEnd) : first(groupBegin, groupEnd);
     return m_catalogue.location(m_catalogue.texts[chosen->index]);
   }
 
@@ -105,7 +111,9 @@ private:
   struct Entry {
     StoreKey key;
     std::size_t index;
-    bool operator<(const Entry& other) const { return std::tie(key, index) < std::tie(other.key, other.index); }
+    bool operator<(const Entry& other) const {
+      return std::tie(key, index) < std::tie(other.key, other.index);
+    }
   };
 
   const Catalogue::Catalogue& m_catalogue;
@@ -120,7 +128,8 @@ public:
     try {
       m_store->add(Catalogue::keptTexts(catalogue, check));
     } catch (const Zalt::InternalConsistencyFailure&) {
-      // The catalogue check reports it; the store checks languages after filing every text, so it still answers.
+      // The catalogue check reports it; the store checks languages after filing every text, so it still
+      // answers.
     }
   }
 
@@ -132,10 +141,13 @@ public:
         showGroup(shaper, group, language);
       }
     }
-    std::stable_sort(m_result.findings.begin(), m_result.findings.end(), [this](const auto& lhs, const auto& rhs) {
-      return std::make_tuple(lhs.location.file, lhs.location.line, lhs.location.column, areaIndex(lhs.area), lhs.kind) <
-             std::make_tuple(rhs.location.file, rhs.location.line, rhs.location.column, areaIndex(rhs.area), rhs.kind);
-    });
+    std::stable_sort(m_result.findings.begin(), m_result.findings.end(),
+                     [this](const auto& lhs, const auto& rhs) {
+                       return std::make_tuple(lhs.location.file, lhs.location.line, lhs.location.column,
+                                              areaIndex(lhs.area), lhs.kind) <
+                              std::make_tuple(rhs.location.file, rhs.location.line, rhs.location.column,
+                                              areaIndex(rhs.area), rhs.kind);
+                     });
     return std::move(m_result);
   }
 
@@ -148,15 +160,16 @@ private:
 
   // One reference and version in one language in every area; a text that
   // several areas show is shaped once.
-  void showGroup(LineShaper& shaper, const std::pair<std::string, std::uint64_t>& group, const LanguageTag& language) {
+  void showGroup(LineShaper& shaper, const std::pair<std::string, std::uint64_t>& group,
+                 const LanguageTag& language) {
     std::map<std::string, std::vector<MeasuredLine>> measured;
     for (std::size_t area = 0; area < m_profile.areas.size(); ++area) {
       const DisplayArea& displayArea = m_profile.areas[area];
-      const Zalt::Localization::LocalizedText answer = m_store->text(
-          Zalt::Localization::LocalizedTextReference(Tovra::Mdib::LocalizedTextRef(Tovra::Locale::Utf8(group.first)),
-                                                     VersionCounter(group.second), displayArea.textWidth,
-                                                     displayArea.lines),
-          language);
+      const Zalt::Localization::LocalizedText answer =
+          m_store->text(Zalt::Localization::LocalizedTextReference(
+                            Tovra::Mdib::LocalizedTextRef(Tovra::Locale::Utf8(group.first)),
+                            VersionCounter(group.second), displayArea.textWidth, displayArea.lines),
+                        language);
       if (!answer.version()) {
         unanswered(displayArea, group, language);
         continue;
@@ -176,20 +189,21 @@ private:
 
   void unanswered(const DisplayArea& area, const std::pair<std::string, std::uint64_t>& group,
                   const LanguageTag& language) {
-    m_result.findings.push_back(
-        {DisplayFinding::Kind::Unanswered, m_index.placeOf(group, language.tag()),
-         "area '" + area.name + "' (" + language.tag() + "): no text of the reference '" + group.first +
-             "' version " + std::to_string(group.second) + " fits its width " +
-             Catalogue::textWidthToken(area.textWidth) + " in " + std::to_string(area.lines) +
-             (area.lines == 1 ? " line" : " lines"),
-         area.name, boost::none});
+    m_result.findings.push_back({DisplayFinding::Kind::Unanswered, m_index.placeOf(group, language.tag()),
+                                 "area '" + area.name + "' (" + language.tag() +
+                                     "): no text of the reference '" + group.first + "' version " +
+                                     std::to_string(group.second) + " fits its width " +
+                                     Catalogue::textWidthToken(area.textWidth) + " in " +
+                                     std::to_string(area.lines) + (area.lines == 1 ? " line" : " lines"),
+                                 area.name, boost::none});
   }
 
   void show(std::size_t area, const Zalt::Localization::LocalizedText& answer, const LanguageTag& language,
             const std::vector<MeasuredLine>& lines) {
     const DisplayArea& displayArea = m_profile.areas[area];
-    ShownText shown{area, answer.ref(), *answer.version(), language, answer.text().value(),
-                    m_index.placeOf(answer), {}, false};
+    ShownText shown{
+        area, answer.ref(), *answer.version(), language, answer.text().value(), m_index.placeOf(answer),
+        {},   false};
     std::u32string missing;
     for (const MeasuredLine& line : lines) {
       shown.linePixels.push_back(line.pixels(displayArea.size));
@@ -219,9 +233,9 @@ private:
     m_result.findings.push_back(
         {DisplayFinding::Kind::Overflow, shown.location,
          "area '" + area.name + "' (" + shown.language.tag() + "): \"" + lineText + "\"" +
-             (shown.linePixels.size() > 1 ? " (line " + std::to_string(line + 1) + ")" : std::string()) + " is " +
-             std::to_string(pixels) + " pixels wide, " + std::to_string(pixels - area.width) +
-             " too wide for its box of " + std::to_string(area.width),
+             (shown.linePixels.size() > 1 ? " (line " + std::to_string(line + 1) + ")" : std::string()) +
+             " is " + std::to_string(pixels) + " pixels wide: " + std::to_string(pixels - area.width) +
+             " pixels too wide for its box of " + std::to_string(area.width),
          area.name, DisplayFinding::Overflow{pixels, area.width, pixels - area.width}});
   }
 
@@ -230,9 +244,10 @@ private:
     for (const char32_t character : missing) {
       named += (named.empty() ? "" : ", ") + utf8(character) + " " + codePointName(character);
     }
-    m_result.findings.push_back({DisplayFinding::Kind::Glyph, shown.location,
-                                 "area '" + area.name + "' (" + shown.language.tag() + "): no font has " + named,
-                                 area.name, boost::none});
+    m_result.findings.push_back(
+        {DisplayFinding::Kind::Glyph, shown.location,
+         "area '" + area.name + "' (" + shown.language.tag() + "): no font has " + named, area.name,
+         boost::none});
   }
 
   const DisplayProfile& m_profile;

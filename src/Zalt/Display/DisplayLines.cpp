@@ -27,7 +27,8 @@ std::vector<std::string_view> displayLines(std::string_view text) {
   std::size_t lineStart = 0;
   std::size_t at = 0;
   while (at < text.size()) {
-    const std::size_t length = std::min(sequenceLength(static_cast<unsigned char>(text[at])), text.size() - at);
+    const std::size_t length =
+        std::min(sequenceLength(static_cast<unsigned char>(text[at])), text.size() - at);
     const auto lead = static_cast<unsigned char>(text[at]);
     const char32_t character = lead < 0x80 ? lead : Private::codePoints(text.substr(at, length)).front();
     switch (rule.feed(character)) {
