@@ -21,11 +21,13 @@ class ReadDisplayProfileTest : public ::testing::Test {
 protected:
   void SetUp() override {
     SKIP_WITHOUT_FONTS();
-    m_folder = fs::temp_directory_path() / ("display-profile-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" +
-                                            ::testing::UnitTest::GetInstance()->current_test_info()->name());
+    m_folder = fs::temp_directory_path() /
+               ("display-profile-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" +
+                ::testing::UnitTest::GetInstance()->current_test_info()->name());
     fs::create_directories(m_folder);
     // Named relative to the profile, as a maker keeps a font beside it.
-    fs::copy_file(DisplayTestSupport::dejaVuSans, m_folder / "Sans.ttf", fs::copy_options::overwrite_existing);
+    fs::copy_file(DisplayTestSupport::dejaVuSans, m_folder / "Sans.ttf",
+                  fs::copy_options::overwrite_existing);
   }
   void TearDown() override { fs::remove_all(m_folder); }
 
@@ -45,8 +47,8 @@ protected:
     } catch (const Zalt::Catalogue::CatalogueError& error) {
       for (const Zalt::Catalogue::Finding& problem : error.problems()) {
         EXPECT_EQ(problem.location.file, path);
-        found.push_back(std::to_string(problem.location.line) + ":" + std::to_string(problem.location.column) +
-                        ": " + problem.message);
+        found.push_back(std::to_string(problem.location.line) + ":" +
+                        std::to_string(problem.location.column) + ": " + problem.message);
       }
     }
     return found;
@@ -70,33 +72,36 @@ TEST_F(ReadDisplayProfileTest, ReadsFontsRelativeToTheProfileLanguageChainsAndAr
   const Zalt::Display::DisplayArea& area = read.areas[0];
   EXPECT_EQ(area.name, "banner");
   EXPECT_EQ(area.textWidth, Tovra::Mdib::LocalizedTextWidth::ExtraLarge);
-  EXPECT_EQ(std::make_tuple(area.lines, area.size, area.width, area.lineHeight), std::make_tuple(2u, 18, 200, 22));
+  EXPECT_EQ(std::make_tuple(area.lines, area.size, area.width, area.lineHeight),
+            std::make_tuple(2u, 18, 200, 22));
 }
 
 TEST_F(ReadDisplayProfileTest, ReportsEveryProblemAtItsLineAndColumn) {
   // Columns count characters: Ü is one.
-  EXPECT_EQ(problems("{\"fonts\": [{\"file\": \"Sans.ttf\"}],\n"
-                     " \"areas\": [\n"
-                     "  {\"name\": \"Überschrift\", \"textWidth\": \"xxxl\", \"lines\": \"2\", \"size\": 18, "
-                     "\"width\": 200, \"lineHeight\": 22, \"colour\": 1},\n"
-                     "  {\"name\": \"b\", \"textWidth\": \"s\", \"size\": 0, \"width\": 1, \"lineHeight\": 1}\n"
-                     " ],\n"
-                     " \"languageFonts\": {\"ja-JP\": [{\"file\": \"missing.ttf\"}, {\"file\": \"Sans.ttf\", "
-                     "\"index\": 3}], \"Japan\": []},\n"
-                     " \"fonts\": []\n"
-                     "}\n"),
-            (std::vector<std::string>{
-                "3:40: \"textWidth\" is not one of xs, s, m, l, xl, xxl: \"xxxl\"",
-                "3:57: \"lines\" is not a whole number from 1 to 4294967295: \"2\"",
-                "3:106: unknown key \"colour\" in an area; its keys are \"name\", \"textWidth\", \"lines\", \"size\", "
-                "\"width\", \"lineHeight\"",
-                "4:3: an area lacks \"lines\"",
-                "4:43: \"size\" is not a whole number from 1 to 100000: 0",
-                "6:39: the font file " + (m_folder / "missing.ttf").string() + " cannot be read",
-                "6:85: the font file " + (m_folder / "Sans.ttf").string() + " has no face 3: its faces are 0 to 0",
-                "6:90: \"Japan\" is not a language tag ll-CC, such as \"ja-JP\"",
-                "7:2: \"fonts\" is given twice in the profile",
-            }));
+  EXPECT_EQ(
+      problems("{\"fonts\": [{\"file\": \"Sans.ttf\"}],\n"
+               " \"areas\": [\n"
+               "  {\"name\": \"Überschrift\", \"textWidth\": \"xxxl\", \"lines\": \"2\", \"size\": 18, "
+               "\"width\": 200, \"lineHeight\": 22, \"colour\": 1},\n"
+               "  {\"name\": \"b\", \"textWidth\": \"s\", \"size\": 0, \"width\": 1, \"lineHeight\": 1}\n"
+               " ],\n"
+               " \"languageFonts\": {\"ja-JP\": [{\"file\": \"missing.ttf\"}, {\"file\": \"Sans.ttf\", "
+               "\"index\": 3}], \"Japan\": []},\n"
+               " \"fonts\": []\n"
+               "}\n"),
+      (std::vector<std::string>{
+          "3:40: \"textWidth\" is not one of xs, s, m, l, xl, xxl: \"xxxl\"",
+          "3:57: \"lines\" is not a whole number from 1 to 4294967295: \"2\"",
+          "3:106: unknown key \"colour\" in an area; its keys are \"name\", \"textWidth\", \"lines\", "
+          "\"size\", "
+          "\"width\", \"lineHeight\"",
+          "4:3: an area lacks \"lines\"",
+          "4:43: \"size\" is not a whole number from 1 to 100000: 0",
+          "6:39: the font file " + (m_folder / "missing.ttf").string() + " cannot be read",
+          "6:85: the font file " + (m_folder / "Sans.ttf").string() + " has no face 3: its faces are 0 to 0",
+          "6:90: \"Japan\" is not a language tag ll-CC, such as \"ja-JP\"",
+          "7:2: \"fonts\" is given twice in the profile",
+      }));
   // Not JSON: the first syntax error only, where reading stopped.
   EXPECT_EQ(problems("{\"fonts\": [\n  {\"file\": 12,}\n]}"),
             (std::vector<std::string>{
