@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Cross-builds the five libraries, zalt-lts-catalogue, the tests and the
+# Cross-builds the six libraries, zalt-lts-catalogue, the tests and the
 # example as Windows x86-64 programs and DLLs with MinGW-w64, then runs every
-# test under Wine. setup.sh --windows also builds libxml2 and utf8proc for
-# Windows (scripts/windows-deps.sh), which the catalogue library links.
+# test under Wine. setup.sh --windows also builds the libraries that the
+# catalogue and display components link for Windows (scripts/windows-deps.sh).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -16,11 +16,11 @@ scripts/setup.sh --windows
 cmake --preset windows
 cmake --build --preset windows
 
-# The configure step only skips the catalogue component when it cannot find
-# libxml2 or utf8proc; here that would pass the stage with its tests missing.
-# Naming its targets fails the build when they do not exist.
-if ! cmake --build --preset windows --target Zalt_LtsCatalogue zalt-lts-catalogue >/dev/null; then
-  echo "windows.sh: the catalogue component was not configured (see cmake --preset windows)" >&2
+# The configure step only skips the catalogue and display components when it
+# cannot find their libraries; here that would pass the stage with their tests
+# missing. Naming their targets fails the build when they do not exist.
+if ! cmake --build --preset windows --target Zalt_LtsCatalogue Zalt_LtsDisplay zalt-lts-catalogue >/dev/null; then
+  echo "windows.sh: the catalogue or display component was not configured (see cmake --preset windows)" >&2
   exit 1
 fi
 

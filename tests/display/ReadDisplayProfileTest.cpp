@@ -21,7 +21,9 @@ class ReadDisplayProfileTest : public ::testing::Test {
 protected:
   void SetUp() override {
     SKIP_WITHOUT_FONTS();
-    m_folder = fs::temp_directory_path() /
+    // Beside the test, not in the system's temporary folder: under Wine that is
+    // on drive C:, where the Debian fonts' absolute paths name nothing.
+    m_folder = fs::current_path() /
                ("display-profile-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" +
                 ::testing::UnitTest::GetInstance()->current_test_info()->name());
     fs::create_directories(m_folder);
