@@ -2,6 +2,7 @@
 
 #include "OutputFile.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
@@ -22,13 +23,21 @@ PictureFiles::PictureFiles(std::string directory) : m_directory(std::move(direct
 
 // A picture is made again by running the tool again: flushing each of
 // thousands to the disk would cost more than drawing them.
-void PictureFiles::add(Zalt::Display::PictureEntry entry, const Zalt::Display::FontChain& chain,
-                       const std::vector<Zalt::Display::ShapedLine>& lines,
-                       const Zalt::Display::PictureBox& box) {
-  const Zalt::Display::TextPicture picture = m_drawer.draw(chain, lines, box);
-  entry.width = picture.width;
-  entry.height = picture.height;
-  writeWhole(m_directory + "/" + m_index.add(entry), picture.png, Flush::LeftToSystem);
+void PictureFiles::add(const Zalt::Display::DisplayArea& area, Zalt::Display::LineShaper& shaper,
+                       const std::vector<std::string>& lines, const std::string& reference,
+                       std::uint64_t version, const std::string& language) {
+  std::vector<Zalt::Display::ShapedLine> shaped;
+  std::int64_t widest = 0;
+  for (const std::string& line : lines) {
+    shaped.push_back(shaper.shape(line, area.size));
+    widest = std::max(widest, shaped.back().pixels);
+  }
+  const Zalt::Display::PictureBox box{area.width, area.size, area.lineHeight,
+                                      static_cast<std::int32_t>(area.lines)};
+  const Zalt::Display::TextPicture picture = m_drawer.draw(shaper.chain(), shaped, box);
+  const std::string file = m_index.add(
+      {area.name, reference, version, language, widest, area.width, picture.width, picture.height});
+  writeWhole(m_directory + "/" + file, picture.png, Flush::LeftToSystem);
 }
 
 void PictureFiles::finish() const { writeWhole(m_directory + "/index.html", m_index.page()); }

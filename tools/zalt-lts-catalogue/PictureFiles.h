@@ -3,16 +3,17 @@
 // Every file is written whole or not at all (OutputFile.h).
 //
 //   PictureFiles pictures("review");   // made if missing
-//   pictures.add({area.name, reference, version, language, pixels, area.width, 0, 0},
-//                shaper.chain(), lines, {area.width, area.size, area.lineHeight, area.lines});
+//   pictures.add(area, shaper, {"Herzfrequenz über Obergrenze", "Patient prüfen"},
+//                "alarm.hr.high", 2, "de-DE");
 //   pictures.finish();                 // review/index.html
 #pragma once
 
-#include <Zalt/Display/FontChain.h>
+#include <Zalt/Display/DisplayArea.h>
+#include <Zalt/Display/LineShaper.h>
 #include <Zalt/Display/PictureIndex.h>
-#include <Zalt/Display/ShapedLine.h>
 #include <Zalt/Display/TextPicture.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -24,11 +25,13 @@ public:
   // Throws std::runtime_error "cannot write DIRECTORY: REASON".
   explicit PictureFiles(std::string directory);
 
-  // Draws `lines`, shaped with `chain`, in `box`, and writes the picture as
-  // the file that the index names for `entry`, whose picture size it fills
-  // in. Throws std::runtime_error "cannot write PATH: REASON".
-  void add(Zalt::Display::PictureEntry entry, const Zalt::Display::FontChain& chain,
-           const std::vector<Zalt::Display::ShapedLine>& lines, const Zalt::Display::PictureBox& box);
+  // Draws the text of `lines` (UTF-8, without line breaks), shaped by
+  // `shaper` at the area's size, in the area's box, and writes the picture as
+  // the file that the index names for the area, reference, version and
+  // language. Throws std::runtime_error "cannot write PATH: REASON".
+  void add(const Zalt::Display::DisplayArea& area, Zalt::Display::LineShaper& shaper,
+           const std::vector<std::string>& lines, const std::string& reference, std::uint64_t version,
+           const std::string& language);
 
   // Writes index.html; throws as add does.
   void finish() const;
