@@ -9,7 +9,6 @@
 
 namespace {
 
-using Zalt::Display::PictureEntry;
 using Zalt::Display::PictureIndex;
 
 TEST(PictureIndexTest, NamesStayInTheirDirectoryAndNeverMeet) {

@@ -19,7 +19,7 @@ namespace {
 using Zalt::Display::PictureBox;
 using Zalt::Display::ShapedLine;
 
-const std::string dejaVuSans = ZALT_PICTURES_FONTS_DIR "/dejavu/DejaVuSans.ttf";
+const char* const dejaVuSans = ZALT_PICTURES_FONTS_DIR "/dejavu/DejaVuSans.ttf";
 
 struct Pixels {
   std::int32_t width = 0;
@@ -71,6 +71,7 @@ protected:
 
   Pixels draw(const std::vector<std::string>& texts, const PictureBox& box) {
     std::vector<ShapedLine> lines;
+    lines.reserve(texts.size());
     for (const std::string& text : texts) {
       lines.push_back(shaper->shape(text, box.size));
     }

@@ -45,7 +45,7 @@ std::int64_t drawnWidth(const FontChain& chain, const ShapedLine& line, std::int
 // Where the baseline of the first line lies below the picture's top.
 std::int32_t firstBaseline(const FontChain& chain, const PictureBox& box) {
   const FontFace& first = *chain.faces.front();
-  const FT_Face face = first.handles().freeType;
+  FT_Face face = first.handles().freeType;
   const double ascender = toPixels(face->ascender, box.size, first.unitsPerEm());
   const double descender = toPixels(face->descender, box.size, first.unitsPerEm());
   const double leading = box.lineHeight - (ascender - descender);
@@ -61,7 +61,7 @@ struct PictureDrawer::State {
   std::vector<bool> sized;
 
   FT_Face sizedFace(const FontChain& chain, std::uint32_t index, std::int32_t size) {
-    const FT_Face face = chain.faces[index]->handles().freeType;
+    FT_Face face = chain.faces[index]->handles().freeType;
     if (!sized[index]) {
       FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(size));
       sized[index] = true;
@@ -103,7 +103,7 @@ struct PictureDrawer::State {
     double pen = 0;
     for (const ShapedGlyph& glyph : line.glyphs) {
       const std::int32_t unitsPerEm = chain.faces[glyph.face]->unitsPerEm();
-      const FT_Face face = sizedFace(chain, glyph.face, size);
+      FT_Face face = sizedFace(chain, glyph.face, size);
       drawGlyph(face, glyph.glyph, pen + toPixels(glyph.xOffset, size, unitsPerEm),
                 baseline - toPixels(glyph.yOffset, size, unitsPerEm));
       pen += toPixels(glyph.xAdvance, size, unitsPerEm);
