@@ -16,7 +16,12 @@ void addXliff(CLI::App& parent, Runner& chosen) {
 }  // namespace
 
 const std::vector<AddCommand>& toolCommands() {
-  static const std::vector<AddCommand> commands{addCheck, addFit, addStats, addPseudo, addCoverage, addXliff};
+  static const std::vector<AddCommand> commands{
+      addCheck,   addFit, addStats, addPseudo, addCoverage, addXliff,
+#ifdef ZALT_LTS_DISPLAY
+      addDisplay,
+#endif
+  };
   return commands;
 }
 

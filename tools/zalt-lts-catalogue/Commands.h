@@ -48,5 +48,8 @@ void addPseudo(CLI::App& parent, Runner& chosen);
 void addCoverage(CLI::App& parent, Runner& chosen);
 void addXliffExport(CLI::App& parent, Runner& chosen);
 void addXliffImport(CLI::App& parent, Runner& chosen);
+#ifdef ZALT_LTS_DISPLAY
+void addDisplay(CLI::App& parent, Runner& chosen);
+#endif
 
 }  // namespace ZaltCatalogueTool

@@ -8,8 +8,9 @@ namespace Display {
 
 const FontChain& DisplayProfile::chainFor(const Tovra::Locale::LanguageTag& language) const {
   std::string key = language.tag();
-  std::transform(key.begin(), key.end(), key.begin(),
-                 [](char letter) { return static_cast<char>(std::tolower(static_cast<unsigned char>(letter))); });
+  std::transform(key.begin(), key.end(), key.begin(), [](char letter) {
+    return static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+  });
   const auto found = languageFonts.find(key);
   return found == languageFonts.end() ? fonts : found->second;
 }

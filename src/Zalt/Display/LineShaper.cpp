@@ -39,8 +39,9 @@ struct LineShaper::State {
   std::vector<ClusterGlyph> shapeWith(std::uint32_t face, const std::u32string& line, std::size_t start,
                                       std::size_t length, const TextRun& run) const {
     hb_buffer_clear_contents(buffer);
-    hb_buffer_add_utf32(buffer, reinterpret_cast<const std::uint32_t*>(line.data()), static_cast<int>(line.size()),
-                        static_cast<unsigned int>(start), static_cast<int>(length));
+    hb_buffer_add_utf32(buffer, reinterpret_cast<const std::uint32_t*>(line.data()),
+                        static_cast<int>(line.size()), static_cast<unsigned int>(start),
+                        static_cast<int>(length));
     hb_buffer_set_direction(buffer, run.direction);
     hb_buffer_set_script(buffer, run.script);
     hb_buffer_set_language(buffer, language);
@@ -60,8 +61,8 @@ struct LineShaper::State {
 
   // Appends the glyphs of characters [start, start + length) to `out`, each
   // cluster from the first face from `face` on that has all its glyphs.
-  void appendWithFallback(std::uint32_t face, const std::u32string& line, std::size_t start, std::size_t length,
-                          const TextRun& run, std::vector<ClusterGlyph>& out) const {
+  void appendWithFallback(std::uint32_t face, const std::u32string& line, std::size_t start,
+                          std::size_t length, const TextRun& run, std::vector<ClusterGlyph>& out) const {
     const std::vector<ClusterGlyph> glyphs = shapeWith(face, line, start, length, run);
     std::set<std::size_t> clusterStarts;
     for (const ClusterGlyph& glyph : glyphs) {
@@ -69,11 +70,12 @@ struct LineShaper::State {
     }
     for (auto begin = glyphs.begin(); begin != glyphs.end();) {
       const std::size_t cluster = begin->cluster;
-      const auto end = std::find_if(begin, glyphs.end(),
-                                    [cluster](const ClusterGlyph& glyph) { return glyph.cluster != cluster; });
+      const auto end = std::find_if(
+          begin, glyphs.end(), [cluster](const ClusterGlyph& glyph) { return glyph.cluster != cluster; });
       const auto next = clusterStarts.upper_bound(cluster);
       const std::size_t clusterEnd = next == clusterStarts.end() ? start + length : *next;
-      const bool whole = std::none_of(begin, end, [](const ClusterGlyph& glyph) { return glyph.glyph.glyph == 0; });
+      const bool whole =
+          std::none_of(begin, end, [](const ClusterGlyph& glyph) { return glyph.glyph.glyph == 0; });
       if (whole) {
         out.insert(out.end(), begin, end);
       } else if (face + 1 < chain.faces.size()) {
@@ -112,7 +114,8 @@ struct LineShaper::State {
   }
 
   // The characters of the missing glyphs, in the order of the line, each once.
-  static std::u32string missingCharacters(const std::u32string& line, const std::vector<ClusterGlyph>& glyphs) {
+  static std::u32string missingCharacters(const std::u32string& line,
+                                          const std::vector<ClusterGlyph>& glyphs) {
     std::set<std::size_t> places;
     for (const ClusterGlyph& glyph : glyphs) {
       if (glyph.glyph.missing) {
@@ -164,9 +167,7 @@ MeasuredLine LineShaper::measure(std::string_view line) {
   return m_state->measured(characters, m_state->shapeLine(characters));
 }
 
-const FontChain& LineShaper::chain() const {
-  return m_state->chain;
-}
+const FontChain& LineShaper::chain() const { return m_state->chain; }
 
 }  // namespace Display
 }  // namespace Zalt

@@ -16,8 +16,9 @@ std::int64_t floorDivide(std::int64_t numerator, std::int64_t denominator) {
 }  // namespace
 
 void MeasuredLine::add(std::int32_t unitsPerEm, std::int64_t advance) {
-  const auto found = std::find_if(advances.begin(), advances.end(),
-                                  [unitsPerEm](const Advances& entry) { return entry.unitsPerEm == unitsPerEm; });
+  const auto found = std::find_if(advances.begin(), advances.end(), [unitsPerEm](const Advances& entry) {
+    return entry.unitsPerEm == unitsPerEm;
+  });
   if (found == advances.end()) {
     advances.push_back({unitsPerEm, advance});
   } else {

@@ -84,8 +84,8 @@ private:
     return found;
   }
 
-  const LocatedValue* required(const LocatedValue& object, const LocatedMember* member, const std::string& key,
-                               const std::string& what) {
+  const LocatedValue* required(const LocatedValue& object, const LocatedMember* member,
+                               const std::string& key, const std::string& what) {
     if (member == nullptr) {
       problem(object.place, what + " lacks \"" + key + "\"");
       return nullptr;
@@ -93,8 +93,8 @@ private:
     return &member->value;
   }
 
-  boost::optional<std::int64_t> wholeNumber(const LocatedValue& value, const std::string& what, std::int64_t least,
-                                            std::int64_t most) {
+  boost::optional<std::int64_t> wholeNumber(const LocatedValue& value, const std::string& what,
+                                            std::int64_t least, std::int64_t most) {
     const bool inRange = value.scalar.is_number_integer() && value.scalar.get<std::int64_t>() >= least &&
                          value.scalar.get<std::int64_t>() <= most &&
                          !(value.scalar.is_number_unsigned() &&
@@ -138,7 +138,7 @@ private:
       return m_faces[key] = std::make_shared<const FontFace>(path, static_cast<std::uint32_t>(*index));
     } catch (const FontFileError& error) {
       problem(members[1] && std::string(error.what()).rfind("has no face", 0) == 0 ? members[1]->value.place
-                                                                                  : fileValue->place,
+                                                                                   : fileValue->place,
               "the font file " + path + " " + error.what());
       return nullptr;
     }
@@ -166,10 +166,13 @@ private:
     }
     for (const LocatedMember& member : languages.members) {
       std::string key = member.key;
-      std::transform(key.begin(), key.end(), key.begin(),
-                     [](char letter) { return static_cast<char>(std::tolower(static_cast<unsigned char>(letter))); });
-      const bool tag = key.size() == 5 && key[2] == '-' &&
-                       std::all_of(key.begin(), key.end(), [](char letter) { return letter == '-' || std::isalpha(static_cast<unsigned char>(letter)); });
+      std::transform(key.begin(), key.end(), key.begin(), [](char letter) {
+        return static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+      });
+      const bool tag =
+          key.size() == 5 && key[2] == '-' && std::all_of(key.begin(), key.end(), [](char letter) {
+            return letter == '-' || std::isalpha(static_cast<unsigned char>(letter));
+          });
       if (!tag) {
         problem(member.keyPlace, "\"" + member.key + "\" is not a language tag ll-CC, such as \"ja-JP\"");
       } else if (chains.count(key) != 0) {
@@ -195,7 +198,8 @@ private:
       return boost::none;
     }
     const auto name = text(*values[0], "\"name\"");
-    const auto width = Catalogue::textWidthFromToken(values[1]->scalar.is_string() ? values[1]->scalar.get<std::string>() : "");
+    const auto width = Catalogue::textWidthFromToken(
+        values[1]->scalar.is_string() ? values[1]->scalar.get<std::string>() : "");
     if (!width) {
       problem(values[1]->place, "\"textWidth\" is not one of " + Catalogue::textWidthTokenList() + ": " +
                                     values[1]->scalar.dump());
@@ -207,8 +211,11 @@ private:
     if (!name || !width || !lines || !size || !pixels || !lineHeight) {
       return boost::none;
     }
-    return DisplayArea{*name, *width, static_cast<Zalt::Localization::NumberOfLines>(*lines),
-                       static_cast<std::int32_t>(*size), static_cast<std::int32_t>(*pixels),
+    return DisplayArea{*name,
+                       *width,
+                       static_cast<Zalt::Localization::NumberOfLines>(*lines),
+                       static_cast<std::int32_t>(*size),
+                       static_cast<std::int32_t>(*pixels),
                        static_cast<std::int32_t>(*lineHeight)};
   }
 
@@ -241,8 +248,8 @@ std::string fileContent(const std::string& path) {
   std::ostringstream content;
   if (!in || !(content << in.rdbuf())) {
     throw Catalogue::CatalogueError(
-        {{Finding::Kind::File, {path, 0, 0}, std::string("cannot be read: ") + std::strerror(errno)}}, __FILE__,
-        __LINE__);
+        {{Finding::Kind::File, {path, 0, 0}, std::string("cannot be read: ") + std::strerror(errno)}},
+        __FILE__, __LINE__);
   }
   return content.str();
 }
@@ -255,8 +262,9 @@ DisplayProfile readDisplayProfile(const std::string& path) {
   try {
     root = Private::readLocatedJson(content);
   } catch (const Private::LocatedJsonError& error) {
-    throw Catalogue::CatalogueError({{Finding::Kind::File, {path, error.place.line, error.place.column}, error.what()}},
-                                    __FILE__, __LINE__);
+    throw Catalogue::CatalogueError(
+        {{Finding::Kind::File, {path, error.place.line, error.place.column}, error.what()}}, __FILE__,
+        __LINE__);
   }
   ProfileReader reader(path);
   DisplayProfile profile = reader.read(root);

@@ -45,7 +45,8 @@ std::u32string codePoints(std::string_view utf8) {
     }
     char32_t codePoint = lead.bits;
     int read = 0;
-    while (read < lead.following && at < utf8.size() && (static_cast<unsigned char>(utf8[at]) & 0xC0u) == 0x80u) {
+    while (read < lead.following && at < utf8.size() &&
+           (static_cast<unsigned char>(utf8[at]) & 0xC0u) == 0x80u) {
       codePoint = (codePoint << 6u) | (static_cast<unsigned char>(utf8[at++]) & 0x3Fu);
       ++read;
     }

@@ -84,8 +84,9 @@ private:
     const std::string_view before = m_document.substr(0, offset);
     const std::size_t lineStart = before.rfind('\n') == std::string_view::npos ? 0 : before.rfind('\n') + 1;
     const auto line = std::count(before.begin(), before.end(), '\n') + 1;
-    const auto column = std::count_if(before.begin() + static_cast<std::ptrdiff_t>(lineStart), before.end(),
-                                      [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0u) != 0x80u; });
+    const auto column =
+        std::count_if(before.begin() + static_cast<std::ptrdiff_t>(lineStart), before.end(),
+                      [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0u) != 0x80u; });
     return {static_cast<std::int32_t>(line), static_cast<std::int32_t>(column + 1)};
   }
 

@@ -22,7 +22,8 @@ std::vector<FriBidiLevel> embeddingLevels(const std::u32string& line) {
   fribidi_get_bracket_types(characters, length, types.data(), brackets.data());
   FriBidiParType direction = FRIBIDI_PAR_ON;
   // Both fail only where FriBidi cannot allocate.
-  if (fribidi_get_par_embedding_levels_ex(types.data(), brackets.data(), length, &direction, levels.data()) == 0 ||
+  if (fribidi_get_par_embedding_levels_ex(types.data(), brackets.data(), length, &direction, levels.data()) ==
+          0 ||
       fribidi_reorder_line(0, types.data(), length, 0, direction, levels.data(), nullptr, nullptr) == 0) {
     throw std::bad_alloc();
   }
