@@ -4,12 +4,15 @@
 #include "Json.h"
 #include "LoadCatalogue.h"
 #include "Options.h"
+#include "PictureFiles.h"
 #include "Terminal.h"
 #include "Wording.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Display/CheckDisplay.h>
 #include <Zalt/Display/ReadDisplayProfile.h>
+
+#include <boost/optional.hpp>
 
 #include <iostream>
 
@@ -24,6 +27,7 @@ struct DisplayRequest {
   std::vector<std::string> files;
   // One JSON document {texts, findings, shown} instead of lines.
   bool json = false;
+  PictureRequest pictures;
 };
 
 nlohmann::json displayFindingsJson(const std::vector<DisplayFinding>& found) {
@@ -91,14 +95,34 @@ int display(const DisplayRequest& request) {
   }
   const Zalt::Catalogue::CatalogueCheck checked = Zalt::Catalogue::checkCatalogue(loaded.catalogue.document);
   nlohmann::json shown = nlohmann::json::array();
-  Zalt::Display::ShownTextVisitor collect;
-  if (request.json) {
-    collect = [&shown, &loaded](const Zalt::Display::ShownText& text) {
-      shown.push_back(shownJson(loaded.profile, text));
-    };
+  boost::optional<PictureFiles> pictures;
+  Zalt::Display::DisplayCheck result;
+  try {
+    if (!request.pictures.directory.empty()) {
+      pictures.emplace(request.pictures, loaded.profile);
+    }
+    result = Zalt::Display::checkDisplay(
+        loaded.profile, loaded.catalogue.document, checked,
+        [&request, &shown, &loaded, &pictures](const Zalt::Display::ShownText& text) {
+          if (request.json) {
+            shown.push_back(shownJson(loaded.profile, text));
+          }
+          if (pictures) {
+            pictures->add(text);
+          }
+        });
+    if (pictures) {
+      pictures->finish();
+    }
+  } catch (const std::runtime_error& error) {
+    if (!request.json) {
+      throw;
+    }
+    printJson({{"texts", texts},
+               {"findings", findingsJson({unwritableOutput(request.pictures.directory, error)})},
+               {"shown", nlohmann::json::array()}});
+    return failure;
   }
-  const Zalt::Display::DisplayCheck result =
-      Zalt::Display::checkDisplay(loaded.profile, loaded.catalogue.document, checked, collect);
   const std::size_t count = checked.findings.size() + result.findings.size();
   if (request.json) {
     nlohmann::json found = findingsJson(checked.findings);
@@ -129,6 +153,7 @@ void addDisplay(CLI::App& parent, Runner& chosen) {
   command->add_option("--profile", request.profile, "The display profile (JSON): fonts and areas")
       ->required();
   addFilesOption(*command, request.files);
+  addPictureOptions(*command, request.pictures);
   command->add_flag(
       "--json", request.json,
       "Print one JSON document {texts, findings: [{file, line, column, kind, message, area, pixels, "

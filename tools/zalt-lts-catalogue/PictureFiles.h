@@ -1,43 +1,59 @@
 // The pictures that `display --pictures DIR` writes: a PNG file of each shown
-// text handed in, and DIR/index.html, which lists them worst overflow first.
-// Every file is written whole or not at all (OutputFile.h).
+// text with a finding (of every one with --pictures-all), drawn in its area's
+// box, and DIR/index.html, which lists them worst overflow first. Every file
+// is written whole or not at all (OutputFile.h).
 //
-//   PictureFiles pictures("review");   // made if missing
-//   pictures.add(area, shaper, {"Herzfrequenz über Obergrenze", "Patient prüfen"},
-//                "alarm.hr.high", 2, "de-DE");
-//   pictures.finish();                 // review/index.html
+//   PictureRequest request;               // filled in by addPictureOptions
+//   PictureFiles pictures(request, profile);
+//   checkDisplay(profile, catalogue, check, [&](const ShownText& shown) { pictures.add(shown); });
+//   pictures.finish();                    // DIR/index.html
 #pragma once
 
-#include <Zalt/Display/DisplayArea.h>
+#include <Zalt/Display/DisplayProfile.h>
 #include <Zalt/Display/LineShaper.h>
 #include <Zalt/Display/PictureIndex.h>
+#include <Zalt/Display/ShownText.h>
 #include <Zalt/Display/TextPicture.h>
 
-#include <cstdint>
+#include <CLI/CLI.hpp>
+
+#include <map>
 #include <string>
-#include <vector>
 
 namespace ZaltCatalogueTool {
 
+struct PictureRequest {
+  // Where the pictures go; empty for none.
+  std::string directory;
+  // Every shown text, not only those with a finding.
+  bool all = false;
+};
+
+// Adds --pictures DIR and --pictures-all to the display command.
+void addPictureOptions(CLI::App& command, PictureRequest& request);
+
 class PictureFiles {
 public:
-  // Makes `directory`, and the directories above it, where they are missing.
-  // Throws std::runtime_error "cannot write DIRECTORY: REASON".
-  explicit PictureFiles(std::string directory);
+  // Makes the request's directory, and those above it, where they are
+  // missing. Throws std::runtime_error "cannot write DIRECTORY: REASON".
+  // `profile` outlives this.
+  PictureFiles(const PictureRequest& request, const Zalt::Display::DisplayProfile& profile);
 
-  // Draws the text of `lines` (UTF-8, without line breaks), shaped by
-  // `shaper` at the area's size, in the area's box, and writes the picture as
-  // the file that the index names for the area, reference, version and
-  // language. Throws std::runtime_error "cannot write PATH: REASON".
-  void add(const Zalt::Display::DisplayArea& area, Zalt::Display::LineShaper& shaper,
-           const std::vector<std::string>& lines, const std::string& reference, std::uint64_t version,
-           const std::string& language);
+  // Draws `shown` in its area's box with its language's fonts and writes the
+  // picture, if it has a finding or every text is asked for. Throws
+  // std::runtime_error "cannot write PATH: REASON".
+  void add(const Zalt::Display::ShownText& shown);
 
   // Writes index.html; throws as add does.
   void finish() const;
 
 private:
-  std::string m_directory;
+  Zalt::Display::LineShaper& shaperFor(const Tovra::Locale::LanguageTag& language);
+
+  PictureRequest m_request;
+  const Zalt::Display::DisplayProfile& m_profile;
+  // By language tag: the faces' forms and the fallback chain depend on it.
+  std::map<std::string, Zalt::Display::LineShaper> m_shapers;
   Zalt::Display::PictureDrawer m_drawer;
   Zalt::Display::PictureIndex m_index;
 };
