@@ -25,6 +25,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstddef>
@@ -45,12 +46,8 @@ constexpr std::array<Zalt::Display::PictureBox, 3> boxes = {
     {{240, 18, 24, 2}, {64, 14, 18, 1}, {120, 12, 16, 1}}};
 
 bool fontsInstalled() {
-  for (const char* file : fontFiles) {
-    if (!std::filesystem::exists(file)) {
-      return false;
-    }
-  }
-  return true;
+  return std::all_of(std::begin(fontFiles), std::end(fontFiles),
+                     [](const char* file) { return std::filesystem::exists(file); });
 }
 
 Zalt::Display::FontChain monitorFonts() {
@@ -123,7 +120,7 @@ void check(benchmark::State& state, std::size_t texts) {
     shown = result.shown;
     found = result.findings.size();
   }
-  const double iterations = static_cast<double>(state.iterations());
+  const auto iterations = static_cast<double>(state.iterations());
   state.counters["check_ms"] = checkSeconds * 1e3 / iterations;
   state.counters["display_ms"] = displaySeconds * 1e3 / iterations;
   state.counters["per_check"] = displaySeconds / checkSeconds;

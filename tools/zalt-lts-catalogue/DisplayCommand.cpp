@@ -12,8 +12,6 @@
 #include <Zalt/Display/CheckDisplay.h>
 #include <Zalt/Display/ReadDisplayProfile.h>
 
-#include <boost/optional.hpp>
-
 #include <iostream>
 
 namespace ZaltCatalogueTool {
@@ -33,9 +31,12 @@ struct DisplayRequest {
 nlohmann::json displayFindingsJson(const std::vector<DisplayFinding>& found) {
   nlohmann::json list = nlohmann::json::array();
   for (const DisplayFinding& finding : found) {
-    nlohmann::json entry = {{"file", finding.location.file},     {"line", finding.location.line},
-                            {"column", finding.location.column}, {"kind", Zalt::Display::name(finding.kind)},
-                            {"message", finding.message},        {"area", finding.area}};
+    nlohmann::json entry = {{"file", finding.location.file},
+                            {"line", finding.location.line},
+                            {"column", finding.location.column},
+                            {"kind", Zalt::Display::name(finding.kind)},
+                            {"message", finding.message},
+                            {"area", finding.area}};
     if (finding.overflow) {
       entry["pixels"] = finding.overflow->pixels;
       entry["box"] = finding.overflow->box;
@@ -46,8 +47,7 @@ nlohmann::json displayFindingsJson(const std::vector<DisplayFinding>& found) {
   return list;
 }
 
-nlohmann::json shownJson(const Zalt::Display::DisplayProfile& profile,
-                         const Zalt::Display::ShownText& shown) {
+nlohmann::json shownJson(const Zalt::Display::DisplayProfile& profile, const Zalt::Display::ShownText& shown) {
   return {{"area", profile.areas[shown.area].name},
           {"reference", shown.ref.get().value()},
           {"version", shown.version.get()},
@@ -71,8 +71,7 @@ LoadedInputs loadInputs(const DisplayRequest& request) {
     loaded.problems = error.problems();
   }
   loaded.catalogue = loadCatalogue(request.files);
-  loaded.problems.insert(loaded.problems.end(), loaded.catalogue.problems.begin(),
-                         loaded.catalogue.problems.end());
+  loaded.problems.insert(loaded.problems.end(), loaded.catalogue.problems.begin(), loaded.catalogue.problems.end());
   return loaded;
 }
 
@@ -85,9 +84,7 @@ int display(const DisplayRequest& request) {
   const std::size_t texts = loaded.catalogue.document.texts.size();
   if (!loaded.problems.empty()) {
     if (request.json) {
-      printJson({{"texts", texts},
-                 {"findings", findingsJson(loaded.problems)},
-                 {"shown", nlohmann::json::array()}});
+      printJson({{"texts", texts}, {"findings", findingsJson(loaded.problems)}, {"shown", nlohmann::json::array()}});
     } else {
       printPlaced(std::cout, loaded.problems);
     }
@@ -95,33 +92,17 @@ int display(const DisplayRequest& request) {
   }
   const Zalt::Catalogue::CatalogueCheck checked = Zalt::Catalogue::checkCatalogue(loaded.catalogue.document);
   nlohmann::json shown = nlohmann::json::array();
-  boost::optional<PictureFiles> pictures;
+  Zalt::Display::ShownTextVisitor collect;
+  if (request.json) {
+    collect = [&shown, &loaded](const Zalt::Display::ShownText& text) {
+      shown.push_back(shownJson(loaded.profile, text));
+    };
+  }
   Zalt::Display::DisplayCheck result;
   try {
-    if (!request.pictures.directory.empty()) {
-      pictures.emplace(request.pictures, loaded.profile);
-    }
-    result = Zalt::Display::checkDisplay(
-        loaded.profile, loaded.catalogue.document, checked,
-        [&request, &shown, &loaded, &pictures](const Zalt::Display::ShownText& text) {
-          if (request.json) {
-            shown.push_back(shownJson(loaded.profile, text));
-          }
-          if (pictures) {
-            pictures->add(text);
-          }
-        });
-    if (pictures) {
-      pictures->finish();
-    }
+    result = checkDisplayDrawing(request.pictures, loaded.profile, loaded.catalogue.document, checked, collect);
   } catch (const std::runtime_error& error) {
-    if (!request.json) {
-      throw;
-    }
-    printJson({{"texts", texts},
-               {"findings", findingsJson({unwritableOutput(request.pictures.directory, error)})},
-               {"shown", nlohmann::json::array()}});
-    return failure;
+    return reportUnwritablePictures(request.pictures, error, texts, request.json);
   }
   const std::size_t count = checked.findings.size() + result.findings.size();
   if (request.json) {
@@ -146,18 +127,16 @@ int display(const DisplayRequest& request) {
 }  // namespace
 
 void addDisplay(CLI::App& parent, Runner& chosen) {
-  CLI::App* command = parent.add_subcommand("display",
-                                            "Measure in pixels, with the device's fonts, the text that each "
-                                            "display area shows; exit 1 on any finding.");
+  CLI::App* command = parent.add_subcommand(
+      "display",
+      "Measure in pixels, with the device's fonts, the text that each display area shows; exit 1 on any finding.");
   DisplayRequest& request = runWhenChosen(*command, chosen, display);
-  command->add_option("--profile", request.profile, "The display profile (JSON): fonts and areas")
-      ->required();
+  command->add_option("--profile", request.profile, "The display profile (JSON): fonts and areas")->required();
   addFilesOption(*command, request.files);
   addPictureOptions(*command, request.pictures);
-  command->add_flag(
-      "--json", request.json,
-      "Print one JSON document {texts, findings: [{file, line, column, kind, message, area, pixels, "
-      "box, overflow}], shown: [{area, reference, version, language, linePixels}]}, file problems too");
+  command->add_flag("--json", request.json,
+                    "Print one JSON document {texts, findings: [{file, line, column, kind, message, area, pixels, "
+                    "box, overflow}], shown: [{area, reference, version, language, linePixels}]}, file problems too");
 }
 
 }  // namespace ZaltCatalogueTool

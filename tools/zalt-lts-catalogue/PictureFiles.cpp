@@ -1,11 +1,14 @@
 #include "PictureFiles.h"
 
+#include "ExitCode.h"
+#include "Json.h"
 #include "OutputFile.h"
 
 #include <Zalt/Display/DisplayLines.h>
 
 #include <algorithm>
 #include <filesystem>
+#include <iostream>
 #include <stdexcept>
 #include <system_error>
 #include <vector>
@@ -17,6 +20,38 @@ void addPictureOptions(CLI::App& command, PictureRequest& request) {
                      "Write a PNG picture of each shown text with a finding, in its area's box, and "
                      "index.html listing them worst first, into this directory");
   command.add_flag("--pictures-all", request.all, "With --pictures, a picture of every shown text");
+}
+
+Zalt::Display::DisplayCheck checkDisplayDrawing(const PictureRequest& request,
+                                                const Zalt::Display::DisplayProfile& profile,
+                                                const Zalt::Catalogue::Catalogue& catalogue,
+                                                const Zalt::Catalogue::CatalogueCheck& check,
+                                                const Zalt::Display::ShownTextVisitor& visit) {
+  if (request.directory.empty()) {
+    return Zalt::Display::checkDisplay(profile, catalogue, check, visit);
+  }
+  PictureFiles pictures(request, profile);
+  Zalt::Display::DisplayCheck result =
+      Zalt::Display::checkDisplay(profile, catalogue, check, [&visit, &pictures](const auto& shown) {
+        if (visit) {
+          visit(shown);
+        }
+        pictures.add(shown);
+      });
+  pictures.finish();
+  return result;
+}
+
+int reportUnwritablePictures(const PictureRequest& request, const std::runtime_error& error,
+                             std::size_t texts, bool json) {
+  if (json) {
+    printJson({{"texts", texts},
+               {"findings", findingsJson({unwritableOutput(request.directory, error)})},
+               {"shown", nlohmann::json::array()}});
+  } else {
+    std::cerr << "zalt-lts-catalogue: " << error.what() << '\n';
+  }
+  return failure;
 }
 
 PictureFiles::PictureFiles(const PictureRequest& request, const Zalt::Display::DisplayProfile& profile)

@@ -4,11 +4,16 @@
 // is written whole or not at all (OutputFile.h).
 //
 //   PictureRequest request;               // filled in by addPictureOptions
-//   PictureFiles pictures(request, profile);
-//   checkDisplay(profile, catalogue, check, [&](const ShownText& shown) { pictures.add(shown); });
-//   pictures.finish();                    // DIR/index.html
+//   try {
+//     result = checkDisplayDrawing(request, profile, catalogue, check, visit);
+//   } catch (const std::runtime_error& error) {
+//     return reportUnwritablePictures(request, error, texts, json);
+//   }
 #pragma once
 
+#include <Zalt/Catalogue/Catalogue.h>
+#include <Zalt/Catalogue/CheckCatalogue.h>
+#include <Zalt/Display/CheckDisplay.h>
 #include <Zalt/Display/DisplayProfile.h>
 #include <Zalt/Display/LineShaper.h>
 #include <Zalt/Display/PictureIndex.h>
@@ -17,7 +22,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cstddef>
 #include <map>
+#include <stdexcept>
 #include <string>
 
 namespace ZaltCatalogueTool {
@@ -31,6 +38,20 @@ struct PictureRequest {
 
 // Adds --pictures DIR and --pictures-all to the display command.
 void addPictureOptions(CLI::App& command, PictureRequest& request);
+
+// checkDisplay, which also hands each shown text to `visit`, with the
+// pictures that `request` asks for written on the way and their index at the
+// end. Throws std::runtime_error "cannot write PATH: REASON".
+Zalt::Display::DisplayCheck checkDisplayDrawing(const PictureRequest& request,
+                                                const Zalt::Display::DisplayProfile& profile,
+                                                const Zalt::Catalogue::Catalogue& catalogue,
+                                                const Zalt::Catalogue::CatalogueCheck& check,
+                                                const Zalt::Display::ShownTextVisitor& visit);
+
+// Says that a picture cannot be written: on standard error, or as the one
+// finding of the JSON document of `texts` texts. Returns the exit status, 2.
+int reportUnwritablePictures(const PictureRequest& request, const std::runtime_error& error,
+                             std::size_t texts, bool json);
 
 class PictureFiles {
 public:
