@@ -26,9 +26,9 @@ inline Zalt::Display::FontChain deviceChain() {
 }  // namespace DisplayTestSupport
 
 // Skips the test, naming the font, where a font it shapes with is absent.
-#define SKIP_WITHOUT_FONTS()                                                                  \
+#define SKIP_WITHOUT_FONTS()                                                                            \
   for (const std::string& font : {DisplayTestSupport::dejaVuSans, DisplayTestSupport::droidFallback}) { \
-    if (!DisplayTestSupport::installed(font)) {                                               \
-      GTEST_SKIP() << font << " is not installed (fonts-dejavu-core, fonts-droid-fallback)";  \
-    }                                                                                         \
+    if (!DisplayTestSupport::installed(font)) {                                                         \
+      GTEST_SKIP() << font << " is not installed (fonts-dejavu-core, fonts-droid-fallback)";            \
+    }                                                                                                   \
   }

@@ -82,7 +82,8 @@ TEST(LineShaperTest, TakesWhatTheFirstFontLacksFromTheNextAndNamesWhatNoFontHas)
   const Zalt::Display::ShapedLine hangul = shaper.shape("\uD55C\uAE00 \uAC00 \uD55C", atUnits);
   EXPECT_EQ(hangul.missing, U"\uD55C\uAE00");
   EXPECT_EQ(hangul.pixels, shaper.shape(" \uAC00 ", atUnits).pixels);
-  EXPECT_EQ(std::count_if(hangul.glyphs.begin(), hangul.glyphs.end(), [](const auto& glyph) { return glyph.missing; }),
+  EXPECT_EQ(std::count_if(hangul.glyphs.begin(), hangul.glyphs.end(),
+                          [](const auto& glyph) { return glyph.missing; }),
             3);
 }
 

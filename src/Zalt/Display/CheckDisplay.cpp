@@ -235,7 +235,8 @@ private:
          "area '" + area.name + "' (" + shown.language.tag() + "): \"" + lineText + "\"" +
              (shown.linePixels.size() > 1 ? " (line " + std::to_string(line + 1) + ")" : std::string()) +
              " is " + std::to_string(pixels) + " pixels wide: " + std::to_string(pixels - area.width) +
-             " pixels too wide for its box of " + std::to_string(area.width),
+             (pixels - area.width == 1 ? " pixel" : " pixels") + " too wide for its box of " +
+             std::to_string(area.width),
          area.name, DisplayFinding::Overflow{pixels, area.width, pixels - area.width}});
   }
 

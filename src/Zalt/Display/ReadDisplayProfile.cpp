@@ -50,7 +50,15 @@ public:
     return profile;
   }
 
-  const std::vector<Finding>& problems() const { return m_problems; }
+  // In the order of their places.
+  std::vector<Finding> problems() const {
+    std::vector<Finding> ordered = m_problems;
+    std::stable_sort(ordered.begin(), ordered.end(), [](const Finding& lhs, const Finding& rhs) {
+      return std::make_pair(lhs.location.line, lhs.location.column) <
+             std::make_pair(rhs.location.line, rhs.location.column);
+    });
+    return ordered;
+  }
 
 private:
   void problem(JsonPlace where, const std::string& message) {
@@ -113,6 +121,16 @@ private:
       return boost::none;
     }
     return value.scalar.get<std::string>();
+  }
+
+  boost::optional<Tovra::Mdib::LocalizedTextWidth> textWidth(const LocatedValue& value) {
+    const auto width = Catalogue::textWidthFromToken(
+        value.scalar.is_string() ? value.scalar.get<std::string>() : std::string());
+    if (!width) {
+      problem(value.place,
+              "\"textWidth\" is not one of " + Catalogue::textWidthTokenList() + ": " + value.scalar.dump());
+    }
+    return width;
   }
 
   std::shared_ptr<const FontFace> face(const LocatedValue& font) {
@@ -194,20 +212,17 @@ private:
     for (std::size_t key = 0; key < keys.size(); ++key) {
       values.push_back(required(value, members[key], keys[key], "an area"));
     }
-    if (std::find(values.begin(), values.end(), nullptr) != values.end()) {
-      return boost::none;
-    }
-    const auto name = text(*values[0], "\"name\"");
-    const auto width = Catalogue::textWidthFromToken(
-        values[1]->scalar.is_string() ? values[1]->scalar.get<std::string>() : "");
-    if (!width) {
-      problem(values[1]->place, "\"textWidth\" is not one of " + Catalogue::textWidthTokenList() + ": " +
-                                    values[1]->scalar.dump());
-    }
-    const auto lines = wholeNumber(*values[2], "\"lines\"", 1, std::numeric_limits<std::uint32_t>::max());
-    const auto size = wholeNumber(*values[3], "\"size\"", 1, largestPixels);
-    const auto pixels = wholeNumber(*values[4], "\"width\"", 1, largestPixels);
-    const auto lineHeight = wholeNumber(*values[5], "\"lineHeight\"", 1, largestPixels);
+    // Every value present is checked, also where another is missing, so that
+    // one run names every problem.
+    const auto number = [this, &values](std::size_t key, std::int64_t most) -> boost::optional<std::int64_t> {
+      return values[key] ? wholeNumber(*values[key], '"' + keys[key] + '"', 1, most) : boost::none;
+    };
+    const auto name = values[0] ? text(*values[0], "\"name\"") : boost::none;
+    const auto width = values[1] ? textWidth(*values[1]) : boost::none;
+    const auto lines = number(2, std::numeric_limits<std::uint32_t>::max());
+    const auto size = number(3, largestPixels);
+    const auto pixels = number(4, largestPixels);
+    const auto lineHeight = number(5, largestPixels);
     if (!name || !width || !lines || !size || !pixels || !lineHeight) {
       return boost::none;
     }
