@@ -31,12 +31,9 @@ struct DisplayRequest {
 nlohmann::json displayFindingsJson(const std::vector<DisplayFinding>& found) {
   nlohmann::json list = nlohmann::json::array();
   for (const DisplayFinding& finding : found) {
-    nlohmann::json entry = {{"file", finding.location.file},
-                            {"line", finding.location.line},
-                            {"column", finding.location.column},
-                            {"kind", Zalt::Display::name(finding.kind)},
-                            {"message", finding.message},
-                            {"area", finding.area}};
+    nlohmann::json entry = {{"file", finding.location.file},     {"line", finding.location.line},
+                            {"column", finding.location.column}, {"kind", Zalt::Display::name(finding.kind)},
+                            {"message", finding.message},        {"area", finding.area}};
     if (finding.overflow) {
       entry["pixels"] = finding.overflow->pixels;
       entry["box"] = finding.overflow->box;
@@ -47,7 +44,8 @@ nlohmann::json displayFindingsJson(const std::vector<DisplayFinding>& found) {
   return list;
 }
 
-nlohmann::json shownJson(const Zalt::Display::DisplayProfile& profile, const Zalt::Display::ShownText& shown) {
+nlohmann::json shownJson(const Zalt::Display::DisplayProfile& profile,
+                         const Zalt::Display::ShownText& shown) {
   return {{"area", profile.areas[shown.area].name},
           {"reference", shown.ref.get().value()},
           {"version", shown.version.get()},
@@ -71,7 +69,8 @@ LoadedInputs loadInputs(const DisplayRequest& request) {
     loaded.problems = error.problems();
   }
   loaded.catalogue = loadCatalogue(request.files);
-  loaded.problems.insert(loaded.problems.end(), loaded.catalogue.problems.begin(), loaded.catalogue.problems.end());
+  loaded.problems.insert(loaded.problems.end(), loaded.catalogue.problems.begin(),
+                         loaded.catalogue.problems.end());
   return loaded;
 }
 
@@ -84,7 +83,9 @@ int display(const DisplayRequest& request) {
   const std::size_t texts = loaded.catalogue.document.texts.size();
   if (!loaded.problems.empty()) {
     if (request.json) {
-      printJson({{"texts", texts}, {"findings", findingsJson(loaded.problems)}, {"shown", nlohmann::json::array()}});
+      printJson({{"texts", texts},
+                 {"findings", findingsJson(loaded.problems)},
+                 {"shown", nlohmann::json::array()}});
     } else {
       printPlaced(std::cout, loaded.problems);
     }
@@ -100,7 +101,8 @@ int display(const DisplayRequest& request) {
   }
   Zalt::Display::DisplayCheck result;
   try {
-    result = checkDisplayDrawing(request.pictures, loaded.profile, loaded.catalogue.document, checked, collect);
+    result =
+        checkDisplayDrawing(request.pictures, loaded.profile, loaded.catalogue.document, checked, collect);
   } catch (const std::runtime_error& error) {
     return reportUnwritablePictures(request.pictures, error, texts, request.json);
   }
@@ -127,16 +129,18 @@ int display(const DisplayRequest& request) {
 }  // namespace
 
 void addDisplay(CLI::App& parent, Runner& chosen) {
-  CLI::App* command = parent.add_subcommand(
-      "display",
-      "Measure in pixels, with the device's fonts, the text that each display area shows; exit 1 on any finding.");
+  CLI::App* command = parent.add_subcommand("display",
+                                            "Measure in pixels, with the device's fonts, the text that each "
+                                            "display area shows; exit 1 on any finding.");
   DisplayRequest& request = runWhenChosen(*command, chosen, display);
-  command->add_option("--profile", request.profile, "The display profile (JSON): fonts and areas")->required();
+  command->add_option("--profile", request.profile, "The display profile (JSON): fonts and areas")
+      ->required();
   addFilesOption(*command, request.files);
   addPictureOptions(*command, request.pictures);
-  command->add_flag("--json", request.json,
-                    "Print one JSON document {texts, findings: [{file, line, column, kind, message, area, pixels, "
-                    "box, overflow}], shown: [{area, reference, version, language, linePixels}]}, file problems too");
+  command->add_flag(
+      "--json", request.json,
+      "Print one JSON document {texts, findings: [{file, line, column, kind, message, area, pixels, "
+      "box, overflow}], shown: [{area, reference, version, language, linePixels}]}, file problems too");
 }
 
 }  // namespace ZaltCatalogueTool
