@@ -16,10 +16,12 @@
 namespace ZaltCatalogueTool {
 
 void addPictureOptions(CLI::App& command, PictureRequest& request) {
-  command.add_option("--pictures", request.directory,
-                     "Write a PNG picture of each shown text with a finding, in its area's box, and "
-                     "index.html listing them worst first, into this directory");
-  command.add_flag("--pictures-all", request.all, "With --pictures, a picture of every shown text");
+  CLI::Option* pictures =
+      command.add_option("--pictures", request.directory,
+                         "Write a PNG picture of each shown text with a finding, in its area's box, and "
+                         "index.html listing them worst first, into this directory");
+  command.add_flag("--pictures-all", request.all, "With --pictures, a picture of every shown text")
+      ->needs(pictures);
 }
 
 Zalt::Display::DisplayCheck checkDisplayDrawing(const PictureRequest& request,
