@@ -50,8 +50,8 @@ public:
   // line was measured; a missing character's glyph is drawn as the face's
   // empty box. The baseline of each line sits an ascender of the chain's first
   // face below the top of its line, the line's leading shared above and below.
-  // Not for use by two threads at once, nor beside another drawer of the same
-  // faces: drawing sets the faces' size.
+  // Not for two threads at once, nor while another thread uses the chain's
+  // FreeType faces: drawing sets their size and transform.
   TextPicture draw(const FontChain& chain, const std::vector<ShapedLine>& lines, const PictureBox& box);
 
 private:
