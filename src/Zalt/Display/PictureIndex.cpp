@@ -74,9 +74,10 @@ std::string escaped(const std::string& text) {
 
 std::int64_t overflowOf(const PictureEntry& entry) { return entry.pixels - entry.box; }
 
-bool isWorse(const PictureEntry& lhs, const PictureEntry& rhs) {
-  return std::forward_as_tuple(-overflowOf(lhs), lhs.area, lhs.reference, lhs.version, lhs.language) <
-         std::forward_as_tuple(-overflowOf(rhs), rhs.area, rhs.reference, rhs.version, rhs.language);
+// Worst overflow first, then by name, so that the page is the same in every run.
+std::tuple<std::int64_t, const std::string&, const std::string&, std::uint64_t, const std::string&>
+listingOrder(const PictureEntry& entry) {
+  return {-overflowOf(entry), entry.area, entry.reference, entry.version, entry.language};
 }
 
 std::string widthsOf(const PictureEntry& entry) {
@@ -137,8 +138,9 @@ std::string PictureIndex::page() const {
   for (const Listed& listed : m_listed) {
     order.push_back(&listed);
   }
-  std::sort(order.begin(), order.end(),
-            [](const Listed* lhs, const Listed* rhs) { return isWorse(lhs->entry, rhs->entry); });
+  std::sort(order.begin(), order.end(), [](const Listed* lhs, const Listed* rhs) {
+    return listingOrder(lhs->entry) < listingOrder(rhs->entry);
+  });
   std::string html = pageStart;
   for (const Listed* listed : order) {
     const PictureEntry& entry = listed->entry;
