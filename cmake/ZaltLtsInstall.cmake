@@ -4,6 +4,9 @@
 # and, when the catalogue component was built:
 #   find_package(Zalt_Lts CONFIG REQUIRED COMPONENTS Catalogue)
 #   target_link_libraries(app PRIVATE Zalt::LtsCatalogue)
+# and, when the display component was built:
+#   find_package(Zalt_Lts CONFIG REQUIRED COMPONENTS Display)
+#   target_link_libraries(app PRIVATE Zalt::LtsDisplay)
 # The package does not carry Boost: its config file looks for the Boost headers
 # 1.74 or newer on the consumer's machine, and names the known components when
 # asked for one it does not have (Zalt_LtsConfig.cmake.in).
@@ -24,7 +27,7 @@ install(TARGETS Zalt_Lts
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/ ${ZALT_LTS_GENERATED_INCLUDE_DIR}/
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-  FILES_MATCHING PATTERN "*.h" PATTERN Catalogue EXCLUDE)
+  FILES_MATCHING PATTERN "*.h" PATTERN Catalogue EXCLUDE PATTERN Display EXCLUDE)
 
 install(EXPORT TovraTargets NAMESPACE Tovra:: DESTINATION ${ZALT_LTS_PACKAGE_DIR})
 install(EXPORT Zalt_LtsTargets NAMESPACE Zalt:: DESTINATION ${ZALT_LTS_PACKAGE_DIR})
@@ -42,6 +45,21 @@ if(ZALT_LTS_CATALOGUE)
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/Zalt/Catalogue
     FILES_MATCHING PATTERN "*.h" PATTERN Private EXCLUDE)
   install(EXPORT Zalt_LtsCatalogueTargets NAMESPACE Zalt:: DESTINATION ${ZALT_LTS_PACKAGE_DIR})
+endif()
+
+# The display component likewise, loaded for find_package(... COMPONENTS
+# Display), which brings Catalogue with it: its library links the catalogue's.
+# HarfBuzz, FreeType and FriBidi are private to it: the package needs none.
+if(ZALT_LTS_DISPLAY)
+  install(TARGETS Zalt_LtsDisplay
+    EXPORT Zalt_LtsDisplayTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/Zalt/Display/ ${ZALT_LTS_GENERATED_INCLUDE_DIR}/Zalt/Display/
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/Zalt/Display
+    FILES_MATCHING PATTERN "*.h" PATTERN Private EXCLUDE)
+  install(EXPORT Zalt_LtsDisplayTargets NAMESPACE Zalt:: DESTINATION ${ZALT_LTS_PACKAGE_DIR})
 endif()
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/Zalt_LtsConfig.cmake.in

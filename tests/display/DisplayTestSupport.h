@@ -12,8 +12,8 @@
 
 namespace DisplayTestSupport {
 
-inline const std::string dejaVuSans = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
-inline const std::string droidFallback = "/usr/share/fonts/truetype/droid/DroidSansFallbackFull.ttf";
+inline constexpr const char* dejaVuSans = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+inline constexpr const char* droidFallback = "/usr/share/fonts/truetype/droid/DroidSansFallbackFull.ttf";
 
 inline bool installed(const std::string& font) { return std::filesystem::exists(font); }
 
@@ -26,9 +26,9 @@ inline Zalt::Display::FontChain deviceChain() {
 }  // namespace DisplayTestSupport
 
 // Skips the test, naming the font, where a font it shapes with is absent.
-#define SKIP_WITHOUT_FONTS()                                                                            \
-  for (const std::string& font : {DisplayTestSupport::dejaVuSans, DisplayTestSupport::droidFallback}) { \
-    if (!DisplayTestSupport::installed(font)) {                                                         \
-      GTEST_SKIP() << font << " is not installed (fonts-dejavu-core, fonts-droid-fallback)";            \
-    }                                                                                                   \
+#define SKIP_WITHOUT_FONTS()                                                                     \
+  for (const char* font : {DisplayTestSupport::dejaVuSans, DisplayTestSupport::droidFallback}) { \
+    if (!DisplayTestSupport::installed(font)) {                                                  \
+      GTEST_SKIP() << font << " is not installed (fonts-dejavu-core, fonts-droid-fallback)";     \
+    }                                                                                            \
   }

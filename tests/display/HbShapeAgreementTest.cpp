@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -27,20 +28,27 @@ struct Script {
 
 const std::vector<Script>& scripts() {
   static const std::vector<Script> all{
-      {"de", DisplayTestSupport::dejaVuSans,
-       {"AVATAR", "Tower", "Wave", "Herzfrequenz", "über", "Obergrenze", "Fréquence", "élevée", "Sättigung", "LTA",
-        "Yo", "fi", "120", "(%)", "SpO2", "Vérifier", "e\u0301te\u0301"}},
-      {"el", DisplayTestSupport::dejaVuSans, {"Καρδιακός", "ρυθμός", "υψηλός", "Συναγερμός", "ΑΥΤΟ", "Ώρα", "98"}},
-      {"ru", DisplayTestSupport::dejaVuSans, {"Частота", "сердечных", "сокращений", "высокая", "Тревога", "ЧСС", "72"}},
+      {"de",
+       DisplayTestSupport::dejaVuSans,
+       {"AVATAR", "Tower", "Wave", "Herzfrequenz", "über", "Obergrenze", "Fréquence", "élevée", "Sättigung",
+        "LTA", "Yo", "fi", "120", "(%)", "SpO2", "Vérifier", "e\u0301te\u0301"}},
+      {"el",
+       DisplayTestSupport::dejaVuSans,
+       {"Καρδιακός", "ρυθμός", "υψηλός", "Συναγερμός", "ΑΥΤΟ", "Ώρα", "98"}},
+      {"ru",
+       DisplayTestSupport::dejaVuSans,
+       {"Частота", "сердечных", "сокращений", "высокая", "Тревога", "ЧСС", "72"}},
       {"ar", DisplayTestSupport::dejaVuSans, {"معدل", "ضربات", "القلب", "مرتفع", "إنذار", "لا", "٣٥"}},
       {"he", DisplayTestSupport::dejaVuSans, {"קצב", "לב", "גבוה", "אזעקה", "בדוק", "מטופל", "120"}},
-      {"zh", DisplayTestSupport::droidFallback, {"心率", "过高", "警报", "血氧", "饱和度", "心拍数", "アラーム", "。"}},
+      {"zh",
+       DisplayTestSupport::droidFallback,
+       {"心率", "过高", "警报", "血氧", "饱和度", "心拍数", "アラーム", "。"}},
   };
   return all;
 }
 
 constexpr int linesPerScript = 105;
-const std::vector<std::int32_t> sizes{9, 12, 14, 16, 18, 24, 31, 48};
+constexpr std::array<std::int32_t, 8> sizes{9, 12, 14, 16, 18, 24, 31, 48};
 
 // A line of one to six words, now and then with a trailing space.
 std::string line(const Script& script, unsigned& seed) {
@@ -66,8 +74,9 @@ std::vector<std::int64_t> hbShapeSums(const Script& script, const std::vector<st
     }
     return text;
   }();
-  const std::string command = "hb-shape --font-funcs=ot --output-format=json --no-glyph-names --language=" +
-                              script.language + " --text-file=" + input.string() + " " + script.font;
+  const std::string command =
+      "hb-shape --font-funcs=ot --output-format=json --no-glyph-names --language=" + script.language +
+      " --text-file=" + input.string() + " " + script.font;
   const std::unique_ptr<FILE, int (*)(FILE*)> output(popen(command.c_str(), "r"), pclose);
   std::vector<std::int64_t> sums;
   char buffer[1 << 16];
@@ -98,6 +107,7 @@ TEST(HbShapeAgreementTest, SingleFontLinesAreAsWideAsHbShapeMakesThem) {
     const auto face = std::make_shared<const Zalt::Display::FontFace>(script.font, 0);
     Zalt::Display::LineShaper shaper({{face}}, script.language);
     std::vector<std::string> lines;
+    lines.reserve(linesPerScript);
     for (int made = 0; made < linesPerScript; ++made) {
       lines.push_back(line(script, seed));
     }
@@ -110,8 +120,8 @@ TEST(HbShapeAgreementTest, SingleFontLinesAreAsWideAsHbShapeMakesThem) {
       ++compared;
       if (measured.pixels(size) != roundedUp(sums[index], size, face->unitsPerEm())) {
         ++mismatches;
-        ADD_FAILURE() << script.language << " '" << lines[index] << "' at " << size << " px: "
-                      << measured.pixels(size) << " pixels, hb-shape " << sums[index] << " units";
+        ADD_FAILURE() << script.language << " '" << lines[index] << "' at " << size
+                      << " px: " << measured.pixels(size) << " pixels, hb-shape " << sums[index] << " units";
       }
     }
   }

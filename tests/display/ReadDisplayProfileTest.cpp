@@ -59,7 +59,8 @@ protected:
 
 TEST_F(ReadDisplayProfileTest, ReadsFontsRelativeToTheProfileLanguageChainsAndAreas) {
   const Zalt::Display::DisplayProfile read = Zalt::Display::readDisplayProfile(profile(R"({
-    "fonts": [{"file": "Sans.ttf"}, {"file": ")" + DisplayTestSupport::droidFallback + R"(", "index": 0}],
+    "fonts": [{"file": "Sans.ttf"}, {"file": ")" + std::string(DisplayTestSupport::droidFallback) +
+                                                                                       R"(", "index": 0}],
     "languageFonts": {"ja-JP": [{"file": ")" + DisplayTestSupport::droidFallback + R"("}]},
     "areas": [{"name": "banner", "textWidth": "xl", "lines": 2, "size": 18, "width": 200, "lineHeight": 22}]})"));
   ASSERT_EQ(read.fonts.faces.size(), 2u);
@@ -77,6 +78,7 @@ TEST_F(ReadDisplayProfileTest, ReadsFontsRelativeToTheProfileLanguageChainsAndAr
 }
 
 TEST_F(ReadDisplayProfileTest, ReportsEveryProblemAtItsLineAndColumn) {
+  const std::string areaKeys = R"("name", "textWidth", "lines", "size", "width", "lineHeight")";
   // Columns count characters: Ü is one.
   EXPECT_EQ(
       problems("{\"fonts\": [{\"file\": \"Sans.ttf\"}],\n"
@@ -92,9 +94,7 @@ TEST_F(ReadDisplayProfileTest, ReportsEveryProblemAtItsLineAndColumn) {
       (std::vector<std::string>{
           "3:40: \"textWidth\" is not one of xs, s, m, l, xl, xxl: \"xxxl\"",
           "3:57: \"lines\" is not a whole number from 1 to 4294967295: \"2\"",
-          "3:106: unknown key \"colour\" in an area; its keys are \"name\", \"textWidth\", \"lines\", "
-          "\"size\", "
-          "\"width\", \"lineHeight\"",
+          "3:106: unknown key \"colour\" in an area; its keys are " + areaKeys,
           "4:3: an area lacks \"lines\"",
           "4:43: \"size\" is not a whole number from 1 to 100000: 0",
           "6:39: the font file " + (m_folder / "missing.ttf").string() + " cannot be read",

@@ -15,7 +15,6 @@ namespace Display {
 namespace {
 
 using Tovra::Locale::LanguageTag;
-using Tovra::Mdib::LocalizedTextWidth;
 using Tovra::Mdib::VersionCounter;
 
 // What the store files a text under: reference, version, language, width (-1
@@ -88,7 +87,7 @@ public:
   // `language`, or in any language where it has none in that one.
   Catalogue::SourceLocation placeOf(const std::pair<std::string, std::uint64_t>& group,
                                     const std::string& language) const {
-    const auto first = [this](auto begin, auto end) {
+    const auto first = [](auto begin, auto end) {
       return std::min_element(begin, end,
                               [](const Entry& lhs, const Entry& rhs) { return lhs.index < rhs.index; });
     };

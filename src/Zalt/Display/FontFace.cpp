@@ -3,8 +3,8 @@
 
 #include <hb-ot.h>
 
+#include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 
 namespace Zalt {
@@ -12,7 +12,9 @@ namespace Display {
 namespace {
 
 std::string fileBytes(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
+  // Named in UTF-8, as profiles name them, also where the system's narrow
+  // file names are not.
+  std::ifstream in(std::filesystem::u8path(path), std::ios::binary);
   std::ostringstream bytes;
   if (!in || !(bytes << in.rdbuf())) {
     throw FontFileError("cannot be read");

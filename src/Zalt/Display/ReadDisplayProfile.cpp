@@ -78,11 +78,11 @@ private:
     for (const LocatedMember& member : object.members) {
       const auto known = std::find(keys.begin(), keys.end(), member.key);
       if (known == keys.end()) {
-        std::string list;
+        std::string message = "unknown key \"" + member.key + "\" in " + what + "; its keys are ";
         for (const std::string& key : keys) {
-          list += (list.empty() ? "\"" : ", \"") + key + '"';
+          message.append(key == keys.front() ? "\"" : ", \"").append(key).append("\"");
         }
-        problem(member.keyPlace, "unknown key \"" + member.key + "\" in " + what + "; its keys are " + list);
+        problem(member.keyPlace, message);
       } else if (found[static_cast<std::size_t>(known - keys.begin())] != nullptr) {
         problem(member.keyPlace, "\"" + member.key + "\" is given twice in " + what);
       } else {
@@ -192,7 +192,7 @@ private:
             return letter == '-' || std::isalpha(static_cast<unsigned char>(letter));
           });
       if (!tag) {
-        problem(member.keyPlace, "\"" + member.key + "\" is not a language tag ll-CC, such as \"ja-JP\"");
+        problem(member.keyPlace, "\"" + member.key + R"(" is not a language tag ll-CC, such as "ja-JP")");
       } else if (chains.count(key) != 0) {
         problem(member.keyPlace, "the language \"" + member.key + "\" is given twice");
       } else {

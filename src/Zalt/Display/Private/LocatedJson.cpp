@@ -54,6 +54,7 @@ public:
   const char** furthest() { return &m_furthest; }
   LocatedValue& root() { return m_root; }
 
+  // NOLINTBEGIN(readability-identifier-naming): nlohmann's SAX interface names them.
   bool null() { return scalar(nullptr); }
   bool boolean(bool value) { return scalar(value); }
   bool number_integer(number_integer_t value) { return scalar(value); }
@@ -78,6 +79,7 @@ public:
     const std::size_t reason = what.find("syntax error");
     throw LocatedJsonError(reason == std::string::npos ? what : what.substr(reason), placeOf(offset));
   }
+  // NOLINTEND(readability-identifier-naming)
 
 private:
   JsonPlace placeOf(std::size_t offset) const {

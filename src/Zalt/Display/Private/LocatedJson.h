@@ -26,6 +26,7 @@ struct JsonPlace {
 
 struct LocatedMember;
 
+// NOLINTNEXTLINE(bugprone-exception-escape): its members' moves throw nothing; tidy sees json's assertions.
 struct LocatedValue {
   // The value itself for a string, number, boolean or null; an empty object
   // or array for those, whose content is below.
