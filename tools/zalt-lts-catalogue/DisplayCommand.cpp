@@ -4,6 +4,7 @@
 #include "Json.h"
 #include "LoadCatalogue.h"
 #include "Options.h"
+#include "PictureFiles.h"
 #include "Terminal.h"
 #include "Wording.h"
 
@@ -24,6 +25,7 @@ struct DisplayRequest {
   std::vector<std::string> files;
   // One JSON document {texts, findings, shown} instead of lines.
   bool json = false;
+  PictureRequest pictures;
 };
 
 nlohmann::json displayFindingsJson(const std::vector<DisplayFinding>& found) {
@@ -97,8 +99,13 @@ int display(const DisplayRequest& request) {
       shown.push_back(shownJson(loaded.profile, text));
     };
   }
-  const Zalt::Display::DisplayCheck result =
-      Zalt::Display::checkDisplay(loaded.profile, loaded.catalogue.document, checked, collect);
+  Zalt::Display::DisplayCheck result;
+  try {
+    result =
+        checkDisplayDrawing(request.pictures, loaded.profile, loaded.catalogue.document, checked, collect);
+  } catch (const std::runtime_error& error) {
+    return reportUnwritablePictures(request.pictures, error, texts, request.json);
+  }
   const std::size_t count = checked.findings.size() + result.findings.size();
   if (request.json) {
     nlohmann::json found = findingsJson(checked.findings);
@@ -129,6 +136,7 @@ void addDisplay(CLI::App& parent, Runner& chosen) {
   command->add_option("--profile", request.profile, "The display profile (JSON): fonts and areas")
       ->required();
   addFilesOption(*command, request.files);
+  addPictureOptions(*command, request.pictures);
   command->add_flag(
       "--json", request.json,
       "Print one JSON document {texts, findings: [{file, line, column, kind, message, area, pixels, "

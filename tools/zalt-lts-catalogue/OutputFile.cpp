@@ -110,14 +110,15 @@ void replace(const fs::path& from, const fs::path& to, std::error_code& error) {
 #endif
 }
 
-void replaceWhole(const std::string& path, const fs::path& target, const std::string& bytes) {
+void replaceWhole(const std::string& path, const fs::path& target, const std::string& bytes, Flush flush) {
   const fs::path temporary = temporaryBeside(target);
   std::FILE* file = std::fopen(temporary.string().c_str(), "wb");
   if (file == nullptr) {
     failToWrite(path, std::strerror(errno));
   }
   const int kept = keepModeAndOwner(target, file);
-  const int written = kept == 0 ? writeAndClose(file, bytes, true) : (std::fclose(file), kept);
+  const int written =
+      kept == 0 ? writeAndClose(file, bytes, flush == Flush::ToDisk) : (std::fclose(file), kept);
   std::error_code error;
   if (written == 0) {
     replace(temporary, target, error);
@@ -173,7 +174,7 @@ bool isExistingRegularFile(const std::string& output) {
 
 // The kind of file is asked of the system, which follows every link: a link
 // from /proc to a pipe names no file that a path could reach.
-void writeWhole(const std::string& path, const std::string& bytes) {
+void writeWhole(const std::string& path, const std::string& bytes, Flush flush) {
   if (path == "-") {
     std::cout << bytes;
     return;
@@ -186,7 +187,7 @@ void writeWhole(const std::string& path, const std::string& bytes) {
   if (fs::exists(status) && !fs::is_regular_file(status)) {
     writeInto(path, bytes);
   } else {
-    replaceWhole(path, followLinks(path), bytes);
+    replaceWhole(path, followLinks(path), bytes, flush);
   }
 }
 

@@ -21,14 +21,19 @@ void refuseOutputAmongInputs(const std::string& output, const std::vector<std::s
 // device, a directory and a path where nothing is.
 bool isExistingRegularFile(const std::string& output);
 
+// How a new regular file reaches the disk before it replaces the old one:
+// flushed, so that it is whole also after a crash of the system, or left to
+// the system, for outputs as many and as easily made again as pictures.
+enum class Flush { ToDisk, LeftToSystem };
+
 // Writes `bytes` to `path`; "-" writes to standard output. A link is followed
 // to the file at its end. A regular file, or a new one, is written to a new
-// file beside it, flushed to the disk and renamed over it, so that it holds
+// file beside it, flushed as `flush` says and renamed over it, so that it holds
 // either its earlier bytes or all of these; an existing one keeps its mode and,
 // where the system lets it, its owner. Anything else that exists (a FIFO, a
 // device) is opened and written to as it is, never read or replaced. Throws
 // std::runtime_error "cannot write PATH: REASON" with the system's reason; no
 // new file is left then.
-void writeWhole(const std::string& path, const std::string& bytes);
+void writeWhole(const std::string& path, const std::string& bytes, Flush flush = Flush::ToDisk);
 
 }  // namespace ZaltCatalogueTool
