@@ -74,6 +74,12 @@ LoadedInputs loadInputs(const DisplayRequest& request) {
   return loaded;
 }
 
+std::vector<std::string> inputsOf(const DisplayRequest& request) {
+  std::vector<std::string> inputs = request.files;
+  inputs.push_back(request.profile);
+  return inputs;
+}
+
 // The catalogue's own findings and those of the display, one
 // "FILE:LINE:COLUMN: message" per line, then a summary line; or one JSON
 // document. With file problems of the profile or the catalogue, only those.
@@ -101,8 +107,8 @@ int display(const DisplayRequest& request) {
   }
   Zalt::Display::DisplayCheck result;
   try {
-    result =
-        checkDisplayDrawing(request.pictures, loaded.profile, loaded.catalogue.document, checked, collect);
+    result = checkDisplayDrawing(request.pictures, inputsOf(request), loaded.profile,
+                                 loaded.catalogue.document, checked, collect);
   } catch (const std::runtime_error& error) {
     return reportUnwritablePictures(request.pictures, error, texts, request.json);
   }

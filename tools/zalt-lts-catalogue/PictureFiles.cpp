@@ -11,6 +11,7 @@
 #include <iostream>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace ZaltCatalogueTool {
@@ -25,6 +26,7 @@ void addPictureOptions(CLI::App& command, PictureRequest& request) {
 }
 
 Zalt::Display::DisplayCheck checkDisplayDrawing(const PictureRequest& request,
+                                                const std::vector<std::string>& inputs,
                                                 const Zalt::Display::DisplayProfile& profile,
                                                 const Zalt::Catalogue::Catalogue& catalogue,
                                                 const Zalt::Catalogue::CatalogueCheck& check,
@@ -32,7 +34,7 @@ Zalt::Display::DisplayCheck checkDisplayDrawing(const PictureRequest& request,
   if (request.directory.empty()) {
     return Zalt::Display::checkDisplay(profile, catalogue, check, visit);
   }
-  PictureFiles pictures(request, profile);
+  PictureFiles pictures(request, inputs, profile);
   Zalt::Display::DisplayCheck result =
       Zalt::Display::checkDisplay(profile, catalogue, check, [&visit, &pictures](const auto& shown) {
         if (visit) {
@@ -56,8 +58,9 @@ int reportUnwritablePictures(const PictureRequest& request, const std::runtime_e
   return failure;
 }
 
-PictureFiles::PictureFiles(const PictureRequest& request, const Zalt::Display::DisplayProfile& profile)
-    : m_request(request), m_profile(profile) {
+PictureFiles::PictureFiles(const PictureRequest& request, std::vector<std::string> inputs,
+                           const Zalt::Display::DisplayProfile& profile)
+    : m_request(request), m_inputs(std::move(inputs)), m_profile(profile) {
   std::error_code error;
   std::filesystem::create_directories(m_request.directory, error);
   if (!error && !std::filesystem::is_directory(m_request.directory, error)) {
@@ -98,9 +101,16 @@ void PictureFiles::add(const Zalt::Display::ShownText& shown) {
   const std::string file =
       m_index.add({area.name, shown.ref.get().value(), shown.version.get(), shown.language.tag(), widest,
                    area.width, picture.width, picture.height});
-  writeWhole(m_request.directory + "/" + file, picture.png, Flush::LeftToSystem);
+  write(file, picture.png, Flush::LeftToSystem);
 }
 
-void PictureFiles::finish() const { writeWhole(m_request.directory + "/index.html", m_index.page()); }
+void PictureFiles::finish() const { write("index.html", m_index.page(), Flush::ToDisk); }
+
+// The pictures' folder may be where the catalogue or the profile lies.
+void PictureFiles::write(const std::string& file, const std::string& bytes, Flush flush) const {
+  const std::string path = m_request.directory + "/" + file;
+  refuseOutputAmongInputs(path, m_inputs);
+  writeWhole(path, bytes, flush);
+}
 
 }  // namespace ZaltCatalogueTool

@@ -11,6 +11,8 @@
 //   }
 #pragma once
 
+#include "OutputFile.h"
+
 #include <Zalt/Catalogue/Catalogue.h>
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Display/CheckDisplay.h>
@@ -26,6 +28,7 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace ZaltCatalogueTool {
 
@@ -41,8 +44,10 @@ void addPictureOptions(CLI::App& command, PictureRequest& request);
 
 // checkDisplay, which also hands each shown text to `visit`, with the
 // pictures that `request` asks for written on the way and their index at the
-// end. Throws std::runtime_error "cannot write PATH: REASON".
+// end, none of them over one of `inputs`. Throws std::runtime_error "cannot
+// write PATH: REASON", or the refusal of an output that is an input.
 Zalt::Display::DisplayCheck checkDisplayDrawing(const PictureRequest& request,
+                                                const std::vector<std::string>& inputs,
                                                 const Zalt::Display::DisplayProfile& profile,
                                                 const Zalt::Catalogue::Catalogue& catalogue,
                                                 const Zalt::Catalogue::CatalogueCheck& check,
@@ -57,8 +62,9 @@ class PictureFiles {
 public:
   // Makes the request's directory, and those above it, where they are
   // missing. Throws std::runtime_error "cannot write DIRECTORY: REASON".
-  // `profile` outlives this.
-  PictureFiles(const PictureRequest& request, const Zalt::Display::DisplayProfile& profile);
+  // `profile` outlives this; no file written replaces one of `inputs`.
+  PictureFiles(const PictureRequest& request, std::vector<std::string> inputs,
+               const Zalt::Display::DisplayProfile& profile);
 
   // Draws `shown` in its area's box with its language's fonts and writes the
   // picture, if it has a finding or every text is asked for. Throws
@@ -70,8 +76,10 @@ public:
 
 private:
   Zalt::Display::LineShaper& shaperFor(const Tovra::Locale::LanguageTag& language);
+  void write(const std::string& file, const std::string& bytes, Flush flush) const;
 
   PictureRequest m_request;
+  std::vector<std::string> m_inputs;
   const Zalt::Display::DisplayProfile& m_profile;
   // By language tag: the faces' forms and the fallback chain depend on it.
   std::map<std::string, Zalt::Display::LineShaper> m_shapers;
