@@ -7,8 +7,10 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <map>
+#include <deque>
+#include <string_view>
 #include <tuple>
+#include <unordered_map>
 
 namespace Zalt {
 namespace Display {
@@ -18,12 +20,13 @@ using Tovra::Locale::LanguageTag;
 using Tovra::Mdib::VersionCounter;
 
 // What the store files a text under: reference, version, language, width (-1
-// for none) and number of lines.
-using StoreKey = std::tuple<std::string, std::uint64_t, std::string, int, std::size_t>;
+// for none) and number of lines. It views the text's own strings, so that the
+// index of a large catalogue copies none of them.
+using StoreKey = std::tuple<std::string_view, std::uint64_t, std::string_view, int, std::size_t>;
 
 StoreKey storeKey(const Tovra::Mdib::LocalizedText& text, std::size_t lines) {
   return {text.ref().get().value(), text.version() ? text.version()->get() : 0,
-          text.lang() ? text.lang()->tag() : std::string(),
+          text.lang() ? std::string_view(text.lang()->tag()) : std::string_view(),
           text.textWidth() ? static_cast<int>(*text.textWidth()) : -1, lines};
 }
 
@@ -54,7 +57,18 @@ std::string utf8(char32_t character) {
 // The kept texts by what the store files them under, so that an answer of the
 // store finds the place of its text, and each reference and version its texts.
 class KeptIndex {
+  struct Entry;
+
 public:
+  // A reference and version, with where its texts stand in the index, so that
+  // finding a text of it searches those alone.
+  struct Group {
+    std::string reference;
+    std::uint64_t version;
+    std::size_t begin;
+    std::size_t end;
+  };
+
   KeptIndex(const Catalogue::Catalogue& catalogue, const std::vector<std::size_t>& kept)
       : m_catalogue(catalogue) {
     m_entries.reserve(kept.size());
@@ -66,36 +80,38 @@ public:
   }
 
   // Each reference and version once, ascending.
-  std::vector<std::pair<std::string, std::uint64_t>> referencesAndVersions() const {
-    std::vector<std::pair<std::string, std::uint64_t>> found;
-    for (const Entry& entry : m_entries) {
-      std::pair<std::string, std::uint64_t> group{std::get<0>(entry.key), std::get<1>(entry.key)};
-      if (found.empty() || found.back() != group) {
-        found.push_back(std::move(group));
+  std::vector<Group> groups() const {
+    std::vector<Group> found;
+    for (std::size_t at = 0; at < m_entries.size(); ++at) {
+      const std::string_view reference = std::get<0>(m_entries[at].key);
+      const std::uint64_t version = std::get<1>(m_entries[at].key);
+      if (found.empty() || found.back().reference != reference || found.back().version != version) {
+        found.push_back({std::string(reference), version, at, at});
       }
+      found.back().end = at + 1;
     }
     return found;
   }
 
-  Catalogue::SourceLocation placeOf(const Zalt::Localization::LocalizedText& answer) const {
+  // `answer` is a text of `group`.
+  Catalogue::SourceLocation placeOf(const Group& group,
+                                    const Zalt::Localization::LocalizedText& answer) const {
     const StoreKey key = storeKey(answer, answer.numberOfLines());
-    const auto found = std::lower_bound(m_entries.begin(), m_entries.end(), Entry{key, 0});
+    const auto found =
+        std::lower_bound(m_entries.begin() + static_cast<std::ptrdiff_t>(group.begin),
+                         m_entries.begin() + static_cast<std::ptrdiff_t>(group.end), Entry{key, 0});
     return m_catalogue.location(m_catalogue.texts[found->index]);
   }
 
   // The first text in the catalogue of the reference and version in
   // `language`, or in any language where it has none in that one.
-  Catalogue::SourceLocation placeOf(const std::pair<std::string, std::uint64_t>& group,
-                                    const std::string& language) const {
+  Catalogue::SourceLocation placeOf(const Group& group, const std::string& language) const {
     const auto first = [](auto begin, auto end) {
       return std::min_element(begin, end,
                               [](const Entry& lhs, const Entry& rhs) { return lhs.index < rhs.index; });
     };
-    const auto groupBegin = std::lower_bound(m_entries.begin(), m_entries.end(),
-                                             Entry{{group.first, group.second, "", -2, 0}, 0});
-    const auto groupEnd = std::find_if(groupBegin, m_entries.end(), [&group](const Entry& entry) {
-      return std::get<0>(entry.key) != group.first || std::get<1>(entry.key) != group.second;
-    });
+    const auto groupBegin = m_entries.begin() + static_cast<std::ptrdiff_t>(group.begin);
+    const auto groupEnd = m_entries.begin() + static_cast<std::ptrdiff_t>(group.end);
     const auto languageBegin = std::find_if(
         groupBegin, groupEnd, [&language](const Entry& entry) { return std::get<2>(entry.key) == language; });
     const auto languageEnd = std::find_if(languageBegin, groupEnd, [&language](const Entry& entry) {
@@ -119,6 +135,29 @@ private:
   std::vector<Entry> m_entries;
 };
 
+// The lines of one language measured with its chain, each line once: the
+// texts of a catalogue repeat few lines across references, versions and areas,
+// and shaping them is most of the check's work.
+class LineMeasures {
+public:
+  LineMeasures(const FontChain& chain, const std::string& language) : m_shaper(chain, language) {}
+
+  const MeasuredLine& operator()(std::string_view line) {
+    const auto found = m_measured.find(line);
+    if (found != m_measured.end()) {
+      return found->second;
+    }
+    // The key views the kept copy, which a deque never moves.
+    const std::string& kept = m_lines.emplace_back(line);
+    return m_measured.emplace(kept, m_shaper.measure(kept)).first->second;
+  }
+
+private:
+  LineShaper m_shaper;
+  std::deque<std::string> m_lines;
+  std::unordered_map<std::string_view, MeasuredLine> m_measured;
+};
+
 class DisplayChecker {
 public:
   DisplayChecker(const DisplayProfile& profile, const Catalogue::Catalogue& catalogue,
@@ -133,20 +172,19 @@ public:
   }
 
   DisplayCheck run() {
-    const auto groups = m_index.referencesAndVersions();
+    const auto groups = m_index.groups();
     for (const LanguageTag& language : m_store->languages()) {
-      LineShaper shaper(m_profile.chainFor(language), language.tag());
+      LineMeasures measures(m_profile.chainFor(language), language.tag());
       for (const auto& group : groups) {
-        showGroup(shaper, group, language);
+        showGroup(measures, group, language);
       }
     }
+    const auto order = [this](const DisplayFinding& finding) {
+      return std::make_tuple(std::cref(finding.location.file), finding.location.line, finding.location.column,
+                             areaIndex(finding.area), finding.kind);
+    };
     std::stable_sort(m_result.findings.begin(), m_result.findings.end(),
-                     [this](const auto& lhs, const auto& rhs) {
-                       return std::make_tuple(lhs.location.file, lhs.location.line, lhs.location.column,
-                                              areaIndex(lhs.area), lhs.kind) <
-                              std::make_tuple(rhs.location.file, rhs.location.line, rhs.location.column,
-                                              areaIndex(rhs.area), rhs.kind);
-                     });
+                     [&order](const auto& lhs, const auto& rhs) { return order(lhs) < order(rhs); });
     return std::move(m_result);
   }
 
@@ -157,54 +195,47 @@ private:
     return static_cast<std::size_t>(found - m_profile.areas.begin());
   }
 
-  // One reference and version in one language in every area; a text that
-  // several areas show is shaped once.
-  void showGroup(LineShaper& shaper, const std::pair<std::string, std::uint64_t>& group,
-                 const LanguageTag& language) {
-    std::map<std::string, std::vector<MeasuredLine>> measured;
+  // One reference and version in one language in every area.
+  void showGroup(LineMeasures& measures, const KeptIndex::Group& group, const LanguageTag& language) {
     for (std::size_t area = 0; area < m_profile.areas.size(); ++area) {
       const DisplayArea& displayArea = m_profile.areas[area];
       const Zalt::Localization::LocalizedText answer =
           m_store->text(Zalt::Localization::LocalizedTextReference(
-                            Tovra::Mdib::LocalizedTextRef(Tovra::Locale::Utf8(group.first)),
-                            VersionCounter(group.second), displayArea.textWidth, displayArea.lines),
+                            Tovra::Mdib::LocalizedTextRef(Tovra::Locale::Utf8(group.reference)),
+                            VersionCounter(group.version), displayArea.textWidth, displayArea.lines),
                         language);
       if (!answer.version()) {
         unanswered(displayArea, group, language);
         continue;
       }
-      const std::string& text = answer.text().value();
-      auto found = measured.find(text);
-      if (found == measured.end()) {
-        std::vector<MeasuredLine> lines;
-        for (const std::string_view line : displayLines(text)) {
-          lines.push_back(shaper.measure(line));
-        }
-        found = measured.emplace(text, std::move(lines)).first;
-      }
-      show(area, answer, language, found->second);
+      show(area, group, answer, language, measures);
     }
   }
 
-  void unanswered(const DisplayArea& area, const std::pair<std::string, std::uint64_t>& group,
-                  const LanguageTag& language) {
+  void unanswered(const DisplayArea& area, const KeptIndex::Group& group, const LanguageTag& language) {
     m_result.findings.push_back({DisplayFinding::Kind::Unanswered, m_index.placeOf(group, language.tag()),
                                  "area '" + area.name + "' (" + language.tag() +
-                                     "): no text of the reference '" + group.first + "' version " +
-                                     std::to_string(group.second) + " fits its width " +
+                                     "): no text of the reference '" + group.reference + "' version " +
+                                     std::to_string(group.version) + " fits its width " +
                                      Catalogue::textWidthToken(area.textWidth) + " in " +
                                      std::to_string(area.lines) + (area.lines == 1 ? " line" : " lines"),
                                  area.name, boost::none});
   }
 
-  void show(std::size_t area, const Zalt::Localization::LocalizedText& answer, const LanguageTag& language,
-            const std::vector<MeasuredLine>& lines) {
+  void show(std::size_t area, const KeptIndex::Group& group, const Zalt::Localization::LocalizedText& answer,
+            const LanguageTag& language, LineMeasures& measures) {
     const DisplayArea& displayArea = m_profile.areas[area];
-    ShownText shown{
-        area, answer.ref(), *answer.version(), language, answer.text().value(), m_index.placeOf(answer),
-        {},   false};
+    ShownText shown{area,
+                    answer.ref(),
+                    *answer.version(),
+                    language,
+                    answer.text().value(),
+                    m_index.placeOf(group, answer),
+                    {},
+                    false};
     std::u32string missing;
-    for (const MeasuredLine& line : lines) {
+    for (const std::string_view text : displayLines(shown.text)) {
+      const MeasuredLine& line = measures(text);
       shown.linePixels.push_back(line.pixels(displayArea.size));
       for (const char32_t character : line.missing) {
         if (missing.find(character) == std::u32string::npos) {
