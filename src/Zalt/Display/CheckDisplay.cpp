@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <deque>
+#include <numeric>
 #include <string_view>
 #include <tuple>
 #include <unordered_map>
@@ -57,8 +58,6 @@ std::string utf8(char32_t character) {
 // The kept texts by what the store files them under, so that an answer of the
 // store finds the place of its text, and each reference and version its texts.
 class KeptIndex {
-  struct Entry;
-
 public:
   // A reference and version, with where its texts stand in the index, so that
   // finding a text of it searches those alone.
@@ -69,29 +68,57 @@ public:
     std::size_t end;
   };
 
+  // A catalogue's texts come in few languages and widths per reference and
+  // version: they are sorted by reference and version through a table of
+  // those, and each group alone by the rest of the key, which spares most of
+  // the string comparisons of one sort of all texts and orders them the same.
   KeptIndex(const Catalogue::Catalogue& catalogue, const std::vector<std::size_t>& kept)
       : m_catalogue(catalogue) {
-    m_entries.reserve(kept.size());
+    std::vector<Entry> entries;
+    entries.reserve(kept.size());
+    std::vector<std::size_t> groupOf;
+    groupOf.reserve(kept.size());
+    std::unordered_map<GroupKey, std::size_t, GroupKeyHash> ids;
+    std::vector<GroupKey> keys;
     for (const std::size_t index : kept) {
       const Tovra::Mdib::LocalizedText& text = catalogue.texts[index].text;
-      m_entries.push_back({storeKey(text, displayLines(text.text().value()).size()), index});
+      entries.push_back({storeKey(text, displayLines(text.text().value()).size()), index});
+      const auto id = ids.emplace(GroupKey{std::get<0>(entries.back().key), std::get<1>(entries.back().key)},
+                                  keys.size());
+      if (id.second) {
+        keys.push_back(id.first->first);
+      }
+      groupOf.push_back(id.first->second);
     }
-    std::sort(m_entries.begin(), m_entries.end());
+    std::vector<std::size_t> order(keys.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::sort(order.begin(), order.end(),
+              [&keys](std::size_t lhs, std::size_t rhs) { return keys[lhs] < keys[rhs]; });
+    std::vector<std::size_t> rank(keys.size());
+    std::vector<std::size_t> next(keys.size() + 1, 0);
+    for (std::size_t at = 0; at < order.size(); ++at) {
+      rank[order[at]] = at;
+    }
+    for (const std::size_t id : groupOf) {
+      ++next[rank[id] + 1];
+    }
+    std::partial_sum(next.begin(), next.end(), next.begin());
+    for (std::size_t at = 0; at < order.size(); ++at) {
+      m_groups.push_back(
+          {std::string(keys[order[at]].first), keys[order[at]].second, next[at], next[at + 1]});
+    }
+    m_entries.resize(entries.size());
+    for (std::size_t at = 0; at < entries.size(); ++at) {
+      m_entries[next[rank[groupOf[at]]]++] = entries[at];
+    }
+    for (const Group& group : m_groups) {
+      std::sort(m_entries.begin() + static_cast<std::ptrdiff_t>(group.begin),
+                m_entries.begin() + static_cast<std::ptrdiff_t>(group.end));
+    }
   }
 
   // Each reference and version once, ascending.
-  std::vector<Group> groups() const {
-    std::vector<Group> found;
-    for (std::size_t at = 0; at < m_entries.size(); ++at) {
-      const std::string_view reference = std::get<0>(m_entries[at].key);
-      const std::uint64_t version = std::get<1>(m_entries[at].key);
-      if (found.empty() || found.back().reference != reference || found.back().version != version) {
-        found.push_back({std::string(reference), version, at, at});
-      }
-      found.back().end = at + 1;
-    }
-    return found;
-  }
+  const std::vector<Group>& groups() const { return m_groups; }
 
   // `answer` is a text of `group`.
   Catalogue::SourceLocation placeOf(const Group& group,
@@ -123,6 +150,13 @@ public:
   }
 
 private:
+  using GroupKey = std::pair<std::string_view, std::uint64_t>;
+  struct GroupKeyHash {
+    std::size_t operator()(const GroupKey& key) const {
+      return std::hash<std::string_view>()(key.first) ^ (key.second * 0x9E3779B97F4A7C15u);
+    }
+  };
+
   struct Entry {
     StoreKey key;
     std::size_t index;
@@ -133,6 +167,7 @@ private:
 
   const Catalogue::Catalogue& m_catalogue;
   std::vector<Entry> m_entries;
+  std::vector<Group> m_groups;
 };
 
 // The lines of one language measured with its chain, each line once: the
@@ -172,7 +207,7 @@ public:
   }
 
   DisplayCheck run() {
-    const auto groups = m_index.groups();
+    const std::vector<KeptIndex::Group>& groups = m_index.groups();
     for (const LanguageTag& language : m_store->languages()) {
       LineMeasures measures(m_profile.chainFor(language), language.tag());
       for (const auto& group : groups) {
@@ -222,36 +257,42 @@ private:
                                  area.name, boost::none});
   }
 
+  // Most texts fit and have every glyph: what the visitor and the findings
+  // need of a text (its copies and its place) is made only when one asks.
   void show(std::size_t area, const KeptIndex::Group& group, const Zalt::Localization::LocalizedText& answer,
             const LanguageTag& language, LineMeasures& measures) {
     const DisplayArea& displayArea = m_profile.areas[area];
-    ShownText shown{area,
-                    answer.ref(),
-                    *answer.version(),
-                    language,
-                    answer.text().value(),
-                    m_index.placeOf(group, answer),
-                    {},
-                    false};
+    m_linePixels.clear();
     std::u32string missing;
-    for (const std::string_view text : displayLines(shown.text)) {
+    for (const std::string_view text : displayLines(answer.text().value())) {
       const MeasuredLine& line = measures(text);
-      shown.linePixels.push_back(line.pixels(displayArea.size));
+      m_linePixels.push_back(line.pixels(displayArea.size));
       for (const char32_t character : line.missing) {
         if (missing.find(character) == std::u32string::npos) {
           missing.push_back(character);
         }
       }
     }
-    const auto widest = std::max_element(shown.linePixels.begin(), shown.linePixels.end());
-    if (*widest > displayArea.width) {
-      overflow(displayArea, shown, static_cast<std::size_t>(widest - shown.linePixels.begin()));
+    ++m_result.shown;
+    const auto widest = std::max_element(m_linePixels.begin(), m_linePixels.end());
+    const bool tooWide = *widest > displayArea.width;
+    if (!tooWide && missing.empty() && !m_visit) {
+      return;
+    }
+    const ShownText shown{area,
+                          answer.ref(),
+                          *answer.version(),
+                          language,
+                          answer.text().value(),
+                          m_index.placeOf(group, answer),
+                          m_linePixels,
+                          tooWide || !missing.empty()};
+    if (tooWide) {
+      overflow(displayArea, shown, static_cast<std::size_t>(widest - m_linePixels.begin()));
     }
     if (!missing.empty()) {
       glyph(displayArea, shown, missing);
     }
-    shown.hasFinding = *widest > displayArea.width || !missing.empty();
-    ++m_result.shown;
     if (m_visit) {
       m_visit(shown);
     }
@@ -287,6 +328,8 @@ private:
   std::shared_ptr<Zalt::Localization::Device::LocalizedTextStore> m_store =
       Zalt::Localization::Device::LocalizedTextStore::createLocalizedTextStore();
   DisplayCheck m_result;
+  // The widths of the lines of the text at hand, kept to spare an allocation per text.
+  std::vector<std::int64_t> m_linePixels;
 };
 
 }  // namespace
