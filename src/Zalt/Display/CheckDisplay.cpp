@@ -80,9 +80,15 @@ public:
     groupOf.reserve(kept.size());
     std::unordered_map<GroupKey, std::size_t, GroupKeyHash> ids;
     std::vector<GroupKey> keys;
+    std::unordered_map<std::string_view, std::size_t> lineCounts;
     for (const std::size_t index : kept) {
       const Tovra::Mdib::LocalizedText& text = catalogue.texts[index].text;
-      entries.push_back({storeKey(text, displayLines(text.text().value()).size()), index});
+      const std::string& value = text.text().value();
+      const auto lines = lineCounts.try_emplace(value, 0);
+      if (lines.second) {
+        lines.first->second = displayLines(value).size();
+      }
+      entries.push_back({storeKey(text, lines.first->second), index});
       const auto id = ids.emplace(GroupKey{std::get<0>(entries.back().key), std::get<1>(entries.back().key)},
                                   keys.size());
       if (id.second) {
@@ -160,8 +166,11 @@ private:
   struct Entry {
     StoreKey key;
     std::size_t index;
+    // The order within one reference and version, whose strings need no
+    // comparing there.
     bool operator<(const Entry& other) const {
-      return std::tie(key, index) < std::tie(other.key, other.index);
+      return std::tie(std::get<2>(key), std::get<3>(key), std::get<4>(key), index) <
+             std::tie(std::get<2>(other.key), std::get<3>(other.key), std::get<4>(other.key), other.index);
     }
   };
 
@@ -172,25 +181,41 @@ private:
 
 // The lines of one language measured with its chain, each line once: the
 // texts of a catalogue repeat few lines across references, versions and areas,
-// and shaping them is most of the check's work.
+// and shaping them is most of the check's work. Each text is cut into lines
+// once too.
 class LineMeasures {
 public:
   LineMeasures(const FontChain& chain, const std::string& language) : m_shaper(chain, language) {}
 
-  const MeasuredLine& operator()(std::string_view line) {
+  // The lines of `text`, as displayLines cuts it, measured.
+  const std::vector<const MeasuredLine*>& linesOf(std::string_view text) {
+    const auto found = m_texts.find(text);
+    if (found != m_texts.end()) {
+      return found->second;
+    }
+    const std::string& kept = m_kept.emplace_back(text);
+    std::vector<const MeasuredLine*> lines;
+    for (const std::string_view line : displayLines(kept)) {
+      lines.push_back(&measure(line));
+    }
+    return m_texts.emplace(kept, std::move(lines)).first->second;
+  }
+
+private:
+  const MeasuredLine& measure(std::string_view line) {
     const auto found = m_measured.find(line);
     if (found != m_measured.end()) {
       return found->second;
     }
-    // The key views the kept copy, which a deque never moves.
-    const std::string& kept = m_lines.emplace_back(line);
+    // The keys view the kept copies, which a deque never moves.
+    const std::string& kept = m_kept.emplace_back(line);
     return m_measured.emplace(kept, m_shaper.measure(kept)).first->second;
   }
 
-private:
   LineShaper m_shaper;
-  std::deque<std::string> m_lines;
+  std::deque<std::string> m_kept;
   std::unordered_map<std::string_view, MeasuredLine> m_measured;
+  std::unordered_map<std::string_view, std::vector<const MeasuredLine*>> m_texts;
 };
 
 class DisplayChecker {
@@ -264,10 +289,9 @@ private:
     const DisplayArea& displayArea = m_profile.areas[area];
     m_linePixels.clear();
     std::u32string missing;
-    for (const std::string_view text : displayLines(answer.text().value())) {
-      const MeasuredLine& line = measures(text);
-      m_linePixels.push_back(line.pixels(displayArea.size));
-      for (const char32_t character : line.missing) {
+    for (const MeasuredLine* line : measures.linesOf(answer.text().value())) {
+      m_linePixels.push_back(line->pixels(displayArea.size));
+      for (const char32_t character : line->missing) {
         if (missing.find(character) == std::u32string::npos) {
           missing.push_back(character);
         }
