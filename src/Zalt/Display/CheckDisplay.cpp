@@ -89,10 +89,15 @@ public:
         lines.first->second = displayLines(value).size();
       }
       entries.push_back({storeKey(text, lines.first->second), index});
-      const auto id = ids.emplace(GroupKey{std::get<0>(entries.back().key), std::get<1>(entries.back().key)},
-                                  keys.size());
+      const GroupKey key{std::get<0>(entries.back().key), std::get<1>(entries.back().key)};
+      // The texts of a reference and version mostly stand together.
+      if (!groupOf.empty() && keys[groupOf.back()] == key) {
+        groupOf.push_back(groupOf.back());
+        continue;
+      }
+      const auto id = ids.emplace(key, keys.size());
       if (id.second) {
-        keys.push_back(id.first->first);
+        keys.push_back(key);
       }
       groupOf.push_back(id.first->second);
     }
