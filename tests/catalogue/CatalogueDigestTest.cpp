@@ -85,7 +85,9 @@ TEST(CatalogueDigest, DependsOnlyOnTheKeptTexts) {
 // The second digest was checked with sha256sum over the documented layout of
 // "a" "de-DE" v2 without width "Neu", the same with ExtraSmall, "a" "de-DE" v1
 // Small "Zwei\nZeilen" (2 lines), then "b" "en-US" v2 without width "Hi"; the
-// third over "a" "de-DE" v1 without width, 1 line, 100,000 times "x".
+// third over "a" "de-DE" v1 without width, 1 line, 100,000 times "x"; the
+// fourth over "a" "de-DE" v1 without width "Zwei" U+2028 "Zeilen" (2 lines),
+// then "b" "de-DE" v1 without width "Eine" U+00A0 "Zeile" (1 line).
 TEST(CatalogueDigest, IsSha256OverTheDocumentedLayout) {
   EXPECT_EQ(digestOf({}), "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855");
   EXPECT_EQ(
@@ -95,6 +97,10 @@ TEST(CatalogueDigest, IsSha256OverTheDocumentedLayout) {
                                    "</LocalizedText><LocalizedText Ref='a' Lang='de-DE' Version='2'>Neu"
                                    "</LocalizedText>")}}),
       "f07ca7462af15124d5a733ff548268afde8fd1ec294aefeace140166b3dee187");
+  // A break of more than one byte, and a character that begins as one does.
+  EXPECT_EQ(digestOf({{"c.xml", document(text("a", "de-DE", "Zwei\u2028Zeilen") +
+                                         text("b", "de-DE", "Eine\u00A0Zeile"))}}),
+            "9e27d75b639bc897677de73c6cb2e3ce75e2c045cc11d6b02bee472cc969d30d");
   // Longer than the blocks in which the digest is fed.
   EXPECT_EQ(digestOf({{"c.xml", document(text("a", "de-DE", std::string(100000, 'x')))}}),
             "1584152923ece0d5318212581c55061bd6ddef30a8dfab1b97bb5d5f8d6a43f7");

@@ -1,6 +1,7 @@
 #include <Zalt/Catalogue/CatalogueDigest.h>
 
 #include <Zalt/Localization/NumberOfLines.h>
+#include <Zalt/Localization/Private/Common/LineBreakRule.h>
 #include <Zalt/Localization/Private/Common/NumberOfLineBreaks.h>
 
 #include <nettle/sha2.h>
@@ -78,6 +79,16 @@ bool operator<(const KeptText& lhs, const KeptText& rhs) {
          std::tie(rhs.ref, rhs.language, rhs.age, rhs.width, rhs.lines);
 }
 
+// Kept texts are valid UTF-8, and most are one line of characters that no
+// break begins with: those need no decoding.
+Localization::NumberOfLines numberOfLines(const Tovra::Locale::Utf8& text) {
+  const std::string& bytes = text.value();
+  const bool oneLine = std::none_of(bytes.begin(), bytes.end(), [](char byte) {
+    return Localization::Impl::LineBreakRule::mayBeginBreak(static_cast<unsigned char>(byte));
+  });
+  return oneLine ? 1 : Localization::Impl::numberOfLineBreaks(text) + 1;
+}
+
 KeptText keyed(const MdibText& text, StringRanks& refs, StringRanks& languages) {
   const auto& width = text.textWidth();
   return {&text,
@@ -85,7 +96,7 @@ KeptText keyed(const MdibText& text, StringRanks& refs, StringRanks& languages) 
           languages.idOf(text.lang()->tag()),
           std::numeric_limits<std::uint64_t>::max() - text.version()->get(),
           width ? static_cast<std::int64_t>(*width) : std::numeric_limits<std::int64_t>::min(),
-          Localization::Impl::numberOfLineBreaks(text.text()) + 1};
+          numberOfLines(text.text())};
 }
 
 std::vector<KeptText> inStoreOrder(const Catalogue& catalogue, const CatalogueCheck& check) {

@@ -41,6 +41,13 @@ public:
     return isBreakOfItsOwn(codePoint) ? Role::LineEnd : Role::Text;
   }
 
+  // Whether `byte` may begin the UTF-8 form of a break: a valid UTF-8 text
+  // without any such byte is one line, which a caller may know without
+  // decoding it.
+  static constexpr bool mayBeginBreak(unsigned char byte) {
+    return (byte >= lineFeed && byte <= carriageReturn) || byte == 0xC2 || byte == 0xE2;
+  }
+
   // Stands for feeding code points that the caller knows to be Text, such as
   // a run of printable ASCII, without looking at each of them.
   void feedText() { m_afterCarriageReturn = false; }
