@@ -23,6 +23,7 @@
 //   zalt_lts_bench --benchmark_filter='^catalogue/'
 #include "AllocationCounter.h"
 #include "Catalogue.h"
+#include "Timing.h"
 
 #include <Tovra/Mdib/LocalizedText.h>
 #include <Zalt/Catalogue/CatalogueDigest.h>
@@ -37,7 +38,6 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -216,18 +216,6 @@ void coverage(benchmark::State& state, std::size_t references) {
   }
   state.counters["covered"] = static_cast<double>(covered);
   state.SetItemsProcessed(state.iterations() * asCount(MdibFile::uses(references)));
-}
-
-template <typename Work>
-double secondsFor(const Work& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
 }
 
 // The digest beside the check it needs, which a build gate runs anyway.

@@ -13,6 +13,7 @@
 //   zalt_lts_bench --benchmark_filter='^display/'
 #include "AllocationCounter.h"
 #include "Catalogue.h"
+#include "Timing.h"
 
 #include <Tovra/Mdib/LocalizedTextWidth.h>
 #include <Zalt/Catalogue/Catalogue.h>
@@ -27,7 +28,6 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstddef>
 #include <filesystem>
 #include <memory>
@@ -95,10 +95,6 @@ Zalt::Catalogue::Catalogue catalogueOf(std::size_t references) {
   return catalogue;
 }
 
-double secondsSince(std::chrono::steady_clock::time_point start) {
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
 void check(benchmark::State& state, std::size_t texts) {
   if (!fontsInstalled()) {
     state.SkipWithError("needs fonts-dejavu-core and fonts-droid-fallback");
@@ -111,12 +107,10 @@ void check(benchmark::State& state, std::size_t texts) {
   std::size_t shown = 0;
   std::size_t found = 0;
   for (auto _ : state) {
-    auto start = std::chrono::steady_clock::now();
-    const Zalt::Catalogue::CatalogueCheck checked = Zalt::Catalogue::checkCatalogue(catalogue);
-    checkSeconds += secondsSince(start);
-    start = std::chrono::steady_clock::now();
-    const Zalt::Display::DisplayCheck result = Zalt::Display::checkDisplay(profile, catalogue, checked);
-    displaySeconds += secondsSince(start);
+    Zalt::Catalogue::CatalogueCheck checked;
+    checkSeconds += secondsFor([&] { checked = Zalt::Catalogue::checkCatalogue(catalogue); });
+    Zalt::Display::DisplayCheck result;
+    displaySeconds += secondsFor([&] { result = Zalt::Display::checkDisplay(profile, catalogue, checked); });
     shown = result.shown;
     found = result.findings.size();
   }
@@ -155,11 +149,11 @@ void pictures(benchmark::State& state, std::size_t texts) {
   std::size_t allocations = 0;
   for (auto _ : state) {
     const std::size_t allocationsBefore = allocationCount();
-    const auto start = std::chrono::steady_clock::now();
-    for (const ShapedText& text : shaped) {
-      bytes += static_cast<double>(drawer.draw(shaper.chain(), text.lines, text.box).png.size());
-    }
-    seconds += secondsSince(start);
+    seconds += secondsFor([&] {
+      for (const ShapedText& text : shaped) {
+        bytes += static_cast<double>(drawer.draw(shaper.chain(), text.lines, text.box).png.size());
+      }
+    });
     allocations += allocationCount() - allocationsBefore;
   }
   const double drawn = static_cast<double>(state.iterations()) * static_cast<double>(shaped.size());

@@ -15,6 +15,7 @@
 // They register themselves, and only when the catalogue library is built:
 //   zalt_lts_bench --benchmark_filter='^xliff/'
 #include "Catalogue.h"
+#include "Timing.h"
 
 #include <Zalt/Catalogue/CheckCatalogue.h>
 #include <Zalt/Catalogue/ReadCatalogue.h>
@@ -25,7 +26,6 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -34,18 +34,6 @@ namespace ZaltBench {
 namespace {
 
 using Tovra::Locale::LanguageTag;
-
-template <typename Work>
-double secondsFor(const Work& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
 
 const LanguageTag from("en-US");  // NOLINT(cert-err58-cpp)
 const LanguageTag to("de-DE");    // NOLINT(cert-err58-cpp)

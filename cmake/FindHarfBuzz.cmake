@@ -10,14 +10,5 @@ if(HarfBuzz_INCLUDE_DIR AND EXISTS ${HarfBuzz_INCLUDE_DIR}/hb-version.h)
   string(REGEX REPLACE "^#define HB_VERSION_STRING \"([0-9.]+)\".*" "\\1" HarfBuzz_VERSION "${version_line}")
 endif()
 
-include(FindPackageHandleStandardArgs)
-find_package_handle_standard_args(HarfBuzz
-  REQUIRED_VARS HarfBuzz_LIBRARY HarfBuzz_INCLUDE_DIR VERSION_VAR HarfBuzz_VERSION)
-mark_as_advanced(HarfBuzz_INCLUDE_DIR HarfBuzz_LIBRARY)
-
-if(HarfBuzz_FOUND AND NOT TARGET HarfBuzz::HarfBuzz)
-  add_library(HarfBuzz::HarfBuzz UNKNOWN IMPORTED)
-  set_target_properties(HarfBuzz::HarfBuzz PROPERTIES
-    IMPORTED_LOCATION ${HarfBuzz_LIBRARY}
-    INTERFACE_INCLUDE_DIRECTORIES ${HarfBuzz_INCLUDE_DIR})
-endif()
+include(ZaltLtsImportedLibrary)
+zalt_lts_imported_library(HarfBuzz HarfBuzz::HarfBuzz)

@@ -17,14 +17,5 @@ if(Nettle_INCLUDE_DIR AND EXISTS ${Nettle_INCLUDE_DIR}/nettle/version.h)
   list(JOIN parts . Nettle_VERSION)
 endif()
 
-include(FindPackageHandleStandardArgs)
-find_package_handle_standard_args(Nettle
-  REQUIRED_VARS Nettle_LIBRARY Nettle_INCLUDE_DIR VERSION_VAR Nettle_VERSION)
-mark_as_advanced(Nettle_INCLUDE_DIR Nettle_LIBRARY)
-
-if(Nettle_FOUND AND NOT TARGET Nettle::Nettle)
-  add_library(Nettle::Nettle UNKNOWN IMPORTED)
-  set_target_properties(Nettle::Nettle PROPERTIES
-    IMPORTED_LOCATION ${Nettle_LIBRARY}
-    INTERFACE_INCLUDE_DIRECTORIES ${Nettle_INCLUDE_DIR})
-endif()
+include(ZaltLtsImportedLibrary)
+zalt_lts_imported_library(Nettle Nettle::Nettle)

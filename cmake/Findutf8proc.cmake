@@ -19,17 +19,8 @@ if(utf8proc_INCLUDE_DIR AND EXISTS ${utf8proc_INCLUDE_DIR}/utf8proc.h)
   list(JOIN parts . utf8proc_VERSION)
 endif()
 
-include(FindPackageHandleStandardArgs)
-find_package_handle_standard_args(utf8proc
-  REQUIRED_VARS utf8proc_LIBRARY utf8proc_INCLUDE_DIR VERSION_VAR utf8proc_VERSION)
-mark_as_advanced(utf8proc_INCLUDE_DIR utf8proc_LIBRARY)
-
-if(utf8proc_FOUND AND NOT TARGET utf8proc::utf8proc)
-  add_library(utf8proc::utf8proc UNKNOWN IMPORTED)
-  set_target_properties(utf8proc::utf8proc PROPERTIES
-    IMPORTED_LOCATION ${utf8proc_LIBRARY}
-    INTERFACE_INCLUDE_DIRECTORIES ${utf8proc_INCLUDE_DIR})
-  if(WIN32 AND utf8proc_LIBRARY MATCHES "\\.a$")
-    set_target_properties(utf8proc::utf8proc PROPERTIES INTERFACE_COMPILE_DEFINITIONS UTF8PROC_STATIC)
-  endif()
+include(ZaltLtsImportedLibrary)
+zalt_lts_imported_library(utf8proc utf8proc::utf8proc)
+if(TARGET utf8proc::utf8proc AND WIN32 AND utf8proc_LIBRARY MATCHES "\\.a$")
+  set_target_properties(utf8proc::utf8proc PROPERTIES INTERFACE_COMPILE_DEFINITIONS UTF8PROC_STATIC)
 endif()

@@ -2,13 +2,15 @@
 #include <Zalt/Display/CheckDisplay.h>
 #include <Zalt/Display/DisplayLines.h>
 #include <Zalt/Display/LineShaper.h>
+#include <Zalt/Display/Private/KeptIndex.h>
 #include <Zalt/Errors/InternalConsistencyFailure.h>
 #include <Zalt/Localization/ZaltOnly/Device/LocalizedTextStore.h>
+
+#include <boost/regex/pending/unicode_iterator.hpp>
 
 #include <algorithm>
 #include <cstdio>
 #include <deque>
-#include <numeric>
 #include <string_view>
 #include <tuple>
 #include <unordered_map>
@@ -20,17 +22,6 @@ namespace {
 using Tovra::Locale::LanguageTag;
 using Tovra::Mdib::VersionCounter;
 
-// What the store files a text under: reference, version, language, width (-1
-// for none) and number of lines. It views the text's own strings, so that the
-// index of a large catalogue copies none of them.
-using StoreKey = std::tuple<std::string_view, std::uint64_t, std::string_view, int, std::size_t>;
-
-StoreKey storeKey(const Tovra::Mdib::LocalizedText& text, std::size_t lines) {
-  return {text.ref().get().value(), text.version() ? text.version()->get() : 0,
-          text.lang() ? std::string_view(text.lang()->tag()) : std::string_view(),
-          text.textWidth() ? static_cast<int>(*text.textWidth()) : -1, lines};
-}
-
 std::string codePointName(char32_t character) {
   char name[16];
   std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned int>(character));
@@ -38,151 +29,9 @@ std::string codePointName(char32_t character) {
 }
 
 std::string utf8(char32_t character) {
-  std::string encoded;
-  if (character < 0x80) {
-    encoded.push_back(static_cast<char>(character));
-  } else if (character < 0x800) {
-    encoded += {static_cast<char>(0xC0 | (character >> 6)), static_cast<char>(0x80 | (character & 0x3F))};
-  } else if (character < 0x10000) {
-    encoded +=
-        {static_cast<char>(0xE0 | (character >> 12)), static_cast<char>(0x80 | ((character >> 6) & 0x3F)),
-         static_cast<char>(0x80 | (character & 0x3F))};
-  } else {
-    encoded +=
-        {static_cast<char>(0xF0 | (character >> 18)), static_cast<char>(0x80 | ((character >> 12) & 0x3F)),
-         static_cast<char>(0x80 | ((character >> 6) & 0x3F)), static_cast<char>(0x80 | (character & 0x3F))};
-  }
-  return encoded;
+  using Encoder = boost::u32_to_u8_iterator<const char32_t*, char>;
+  return std::string(Encoder(&character), Encoder(&character + 1));
 }
-
-// The kept texts by what the store files them under, so that an answer of the
-// store finds the place of its text, and each reference and version its texts.
-class KeptIndex {
-public:
-  // A reference and version, with where its texts stand in the index, so that
-  // finding a text of it searches those alone.
-  struct Group {
-    std::string reference;
-    std::uint64_t version;
-    std::size_t begin;
-    std::size_t end;
-  };
-
-  // A catalogue's texts come in few languages and widths per reference and
-  // version: they are sorted by reference and version through a table of
-  // those, and each group alone by the rest of the key, which spares most of
-  // the string comparisons of one sort of all texts and orders them the same.
-  KeptIndex(const Catalogue::Catalogue& catalogue, const std::vector<std::size_t>& kept)
-      : m_catalogue(catalogue) {
-    std::vector<Entry> entries;
-    entries.reserve(kept.size());
-    std::vector<std::size_t> groupOf;
-    groupOf.reserve(kept.size());
-    std::unordered_map<GroupKey, std::size_t, GroupKeyHash> ids;
-    std::vector<GroupKey> keys;
-    std::unordered_map<std::string_view, std::size_t> lineCounts;
-    for (const std::size_t index : kept) {
-      const Tovra::Mdib::LocalizedText& text = catalogue.texts[index].text;
-      const std::string& value = text.text().value();
-      const auto lines = lineCounts.try_emplace(value, 0);
-      if (lines.second) {
-        lines.first->second = displayLines(value).size();
-      }
-      entries.push_back({storeKey(text, lines.first->second), index});
-      const GroupKey key{std::get<0>(entries.back().key), std::get<1>(entries.back().key)};
-      // The texts of a reference and version mostly stand together.
-      if (!groupOf.empty() && keys[groupOf.back()] == key) {
-        groupOf.push_back(groupOf.back());
-        continue;
-      }
-      const auto id = ids.emplace(key, keys.size());
-      if (id.second) {
-        keys.push_back(key);
-      }
-      groupOf.push_back(id.first->second);
-    }
-    std::vector<std::size_t> order(keys.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    std::sort(order.begin(), order.end(),
-              [&keys](std::size_t lhs, std::size_t rhs) { return keys[lhs] < keys[rhs]; });
-    std::vector<std::size_t> rank(keys.size());
-    std::vector<std::size_t> next(keys.size() + 1, 0);
-    for (std::size_t at = 0; at < order.size(); ++at) {
-      rank[order[at]] = at;
-    }
-    for (const std::size_t id : groupOf) {
-      ++next[rank[id] + 1];
-    }
-    std::partial_sum(next.begin(), next.end(), next.begin());
-    for (std::size_t at = 0; at < order.size(); ++at) {
-      m_groups.push_back(
-          {std::string(keys[order[at]].first), keys[order[at]].second, next[at], next[at + 1]});
-    }
-    m_entries.resize(entries.size());
-    for (std::size_t at = 0; at < entries.size(); ++at) {
-      m_entries[next[rank[groupOf[at]]]++] = entries[at];
-    }
-    for (const Group& group : m_groups) {
-      std::sort(m_entries.begin() + static_cast<std::ptrdiff_t>(group.begin),
-                m_entries.begin() + static_cast<std::ptrdiff_t>(group.end));
-    }
-  }
-
-  // Each reference and version once, ascending.
-  const std::vector<Group>& groups() const { return m_groups; }
-
-  // `answer` is a text of `group`.
-  Catalogue::SourceLocation placeOf(const Group& group,
-                                    const Zalt::Localization::LocalizedText& answer) const {
-    const StoreKey key = storeKey(answer, answer.numberOfLines());
-    const auto found =
-        std::lower_bound(m_entries.begin() + static_cast<std::ptrdiff_t>(group.begin),
-                         m_entries.begin() + static_cast<std::ptrdiff_t>(group.end), Entry{key, 0});
-    return m_catalogue.location(m_catalogue.texts[found->index]);
-  }
-
-  // The first text in the catalogue of the reference and version in
-  // `language`, or in any language where it has none in that one.
-  Catalogue::SourceLocation placeOf(const Group& group, const std::string& language) const {
-    const auto first = [](auto begin, auto end) {
-      return std::min_element(begin, end,
-                              [](const Entry& lhs, const Entry& rhs) { return lhs.index < rhs.index; });
-    };
-    const auto groupBegin = m_entries.begin() + static_cast<std::ptrdiff_t>(group.begin);
-    const auto groupEnd = m_entries.begin() + static_cast<std::ptrdiff_t>(group.end);
-    const auto languageBegin = std::find_if(
-        groupBegin, groupEnd, [&language](const Entry& entry) { return std::get<2>(entry.key) == language; });
-    const auto languageEnd = std::find_if(languageBegin, groupEnd, [&language](const Entry& entry) {
-      return std::get<2>(entry.key) != language;
-    });
-    const auto chosen =
-        languageBegin != languageEnd ? first(languageBegin, languageEnd) : first(groupBegin, groupEnd);
-    return m_catalogue.location(m_catalogue.texts[chosen->index]);
-  }
-
-private:
-  using GroupKey = std::pair<std::string_view, std::uint64_t>;
-  struct GroupKeyHash {
-    std::size_t operator()(const GroupKey& key) const {
-      return std::hash<std::string_view>()(key.first) ^ (key.second * 0x9E3779B97F4A7C15u);
-    }
-  };
-
-  struct Entry {
-    StoreKey key;
-    std::size_t index;
-    // The order within one reference and version, whose strings need no
-    // comparing there.
-    bool operator<(const Entry& other) const {
-      return std::tie(std::get<2>(key), std::get<3>(key), std::get<4>(key), index) <
-             std::tie(std::get<2>(other.key), std::get<3>(other.key), std::get<4>(other.key), other.index);
-    }
-  };
-
-  const Catalogue::Catalogue& m_catalogue;
-  std::vector<Entry> m_entries;
-  std::vector<Group> m_groups;
-};
 
 // The lines of one language measured with its chain, each line once: the
 // texts of a catalogue repeat few lines across references, versions and areas,
@@ -237,7 +86,7 @@ public:
   }
 
   DisplayCheck run() {
-    const std::vector<KeptIndex::Group>& groups = m_index.groups();
+    const std::vector<Private::KeptIndex::Group>& groups = m_index.groups();
     for (const LanguageTag& language : m_store->languages()) {
       LineMeasures measures(m_profile.chainFor(language), language.tag());
       for (const auto& group : groups) {
@@ -261,7 +110,8 @@ private:
   }
 
   // One reference and version in one language in every area.
-  void showGroup(LineMeasures& measures, const KeptIndex::Group& group, const LanguageTag& language) {
+  void showGroup(LineMeasures& measures, const Private::KeptIndex::Group& group,
+                 const LanguageTag& language) {
     for (std::size_t area = 0; area < m_profile.areas.size(); ++area) {
       const DisplayArea& displayArea = m_profile.areas[area];
       const Zalt::Localization::LocalizedText answer =
@@ -277,7 +127,8 @@ private:
     }
   }
 
-  void unanswered(const DisplayArea& area, const KeptIndex::Group& group, const LanguageTag& language) {
+  void unanswered(const DisplayArea& area, const Private::KeptIndex::Group& group,
+                  const LanguageTag& language) {
     m_result.findings.push_back({DisplayFinding::Kind::Unanswered, m_index.placeOf(group, language.tag()),
                                  "area '" + area.name + "' (" + language.tag() +
                                      "): no text of the reference '" + group.reference + "' version " +
@@ -289,8 +140,9 @@ private:
 
   // Most texts fit and have every glyph: what the visitor and the findings
   // need of a text (its copies and its place) is made only when one asks.
-  void show(std::size_t area, const KeptIndex::Group& group, const Zalt::Localization::LocalizedText& answer,
-            const LanguageTag& language, LineMeasures& measures) {
+  void show(std::size_t area, const Private::KeptIndex::Group& group,
+            const Zalt::Localization::LocalizedText& answer, const LanguageTag& language,
+            LineMeasures& measures) {
     const DisplayArea& displayArea = m_profile.areas[area];
     m_linePixels.clear();
     std::u32string missing;
@@ -352,7 +204,7 @@ private:
   }
 
   const DisplayProfile& m_profile;
-  KeptIndex m_index;
+  Private::KeptIndex m_index;
   const ShownTextVisitor& m_visit;
   std::shared_ptr<Zalt::Localization::Device::LocalizedTextStore> m_store =
       Zalt::Localization::Device::LocalizedTextStore::createLocalizedTextStore();
