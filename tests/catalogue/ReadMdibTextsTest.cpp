@@ -126,17 +126,17 @@ std::vector<std::string> identifiers(const MdibTexts& texts) {
   return result;
 }
 
-std::string specification(const std::string& specType, const std::string& value) {
+std::string productionEntry(const std::string& specType, const std::string& value) {
   return "<pm:ProductionSpecification><pm:SpecType " + specType + "/><pm:ProductionSpec>" + value +
          "</pm:ProductionSpec></pm:ProductionSpecification>\n";
 }
 
-TEST(MdibTexts, TakesTheTextCatalogueThatEachMdsDeclaresInItsOwnSpecification) {
-  const std::string mds = "<pm:Mds Handle='mds.a'>\n" + specification("Code='68008'", " urn:oid:1.2.3 \n") +
-                          specification("Code='68009'", "urn:oid:9") +
-                          specification("Code='68008' CodingSystem='urn:other'", "urn:oid:8") + "<pm:Vmd>" +
-                          specification("Code='68008'", "urn:oid:7") + "<pm:Channel>" +
-                          specification("Code='68008'", "urn:oid:6") + "</pm:Channel></pm:Vmd></pm:Mds>\n";
+TEST(MdibTexts, TakesTheTextCatalogueThatEachMdsDeclaresInItsOwnProductionEntry) {
+  const std::string mds = "<pm:Mds Handle='mds.a'>\n" + productionEntry("Code='68008'", " urn:oid:1.2.3 \n") +
+                          productionEntry("Code='68009'", "urn:oid:9") +
+                          productionEntry("Code='68008' CodingSystem='urn:other'", "urn:oid:8") + "<pm:Vmd>" +
+                          productionEntry("Code='68008'", "urn:oid:7") + "<pm:Channel>" +
+                          productionEntry("Code='68008'", "urn:oid:6") + "</pm:Channel></pm:Vmd></pm:Mds>\n";
   const std::string second =
       "<p:Mds xmlns:p='" + participant() +
       "'><p:ProductionSpecification><p:SpecType Code='68008' "
@@ -146,9 +146,9 @@ TEST(MdibTexts, TakesTheTextCatalogueThatEachMdsDeclaresInItsOwnSpecification) {
   EXPECT_THAT(identifiers(texts),
               testing::ElementsAre("urn:oid:1.2.3 mds=mds.a 3:56", "urn:uuid:x mds=- 10:191"));
   EXPECT_EQ(texts.location(texts.catalogueIds.at(1)), (Zalt::Catalogue::SourceLocation{"mdib.xml", 10, 191}));
-  EXPECT_TRUE(
-      readMdibTexts(mdib("<pm:Vmd>" + specification("Code='68008'", "urn:oid:1.2") + "</pm:Vmd>"), "mdib.xml")
-          .catalogueIds.empty());
+  EXPECT_TRUE(readMdibTexts(mdib("<pm:Vmd>" + productionEntry("Code='68008'", "urn:oid:1.2") + "</pm:Vmd>"),
+                            "mdib.xml")
+                  .catalogueIds.empty());
 }
 
 }  // namespace

@@ -34,12 +34,12 @@ bool isBlank(std::string_view text) { return Private::collapsed(text).empty(); }
 constexpr std::string_view textCatalogueCode = "68008";
 constexpr std::string_view defaultCodingSystem = "urn:oid:1.2.840.10004.1.1.1.0.0.1";
 
-// An MDS, with the ProductionSpecification of its own being read, if any.
+// An MDS, with the production entry of its own being read, if any.
 struct OpenMds {
   std::size_t level = 0;
   std::optional<std::string> handle;
-  // The level of the ProductionSpecification child being read; 0 outside one.
-  std::size_t specificationLevel = 0;
+  // The level of the production entry child being read; 0 outside one.
+  std::size_t entryLevel = 0;
   bool namesTextCatalogue = false;
   bool inProductionSpec = false;
   std::optional<Place> productionSpec;
@@ -131,7 +131,7 @@ private:
   }
 
   void characters(std::string_view data) override {
-    if (m_mds && m_mds->inProductionSpec && depth() == m_mds->specificationLevel + 2) {
+    if (m_mds && m_mds->inProductionSpec && depth() == m_mds->entryLevel + 2) {
       m_mds->value += data;
     }
     if (!m_inline.empty() && m_inline.back().level + 1 == depth()) {
@@ -144,7 +144,7 @@ private:
     m_texts.catalogueIds = {};
   }
 
-  // Follows an MDS's own ProductionSpecifications: a VMD's or a channel's lie
+  // Follows an MDS's own production entries: a VMD's or a channel's lie
   // deeper and name something else.
   void noteDeclaration(const Element& element, Place place) {
     if (element.xmlNamespace != participantNamespace) {
@@ -163,11 +163,11 @@ private:
       return;
     }
     if (element.name == "ProductionSpecification" && depth() == m_mds->level + 1) {
-      m_mds->specificationLevel = depth();
+      m_mds->entryLevel = depth();
       m_mds->namesTextCatalogue = false;
       m_mds->productionSpec.reset();
       m_mds->value.clear();
-    } else if (m_mds->specificationLevel != 0 && depth() == m_mds->specificationLevel + 1) {
+    } else if (m_mds->entryLevel != 0 && depth() == m_mds->entryLevel + 1) {
       if (element.name == "SpecType") {
         m_mds->namesTextCatalogue = namesTextCatalogue(element);
       } else if (element.name == "ProductionSpec") {
@@ -190,8 +190,8 @@ private:
     m_mds->inProductionSpec = false;
     if (depth() == m_mds->level) {
       m_mds.reset();
-    } else if (depth() == m_mds->specificationLevel) {
-      m_mds->specificationLevel = 0;
+    } else if (depth() == m_mds->entryLevel) {
+      m_mds->entryLevel = 0;
       if (m_mds->namesTextCatalogue && m_mds->productionSpec && !hasProblems()) {
         m_texts.catalogueIds.push_back({std::string(Private::collapsed(m_mds->value)), m_mds->handle, 0,
                                         m_mds->productionSpec->line, m_mds->productionSpec->column});

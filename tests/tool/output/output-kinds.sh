@@ -1,5 +1,5 @@
 #!/bin/sh
-# special-outputs.sh <case> <tool> <catalogue> <its pseudo file> <scratch directory>
+# output-kinds.sh <case> <tool> <catalogue> <its pseudo file> <scratch directory>
 # An output that is not a plain file keeps what it is, and only its content changes:
 #   fifo     a FIFO gets every byte of the output, read as it comes, and stays a FIFO
 #   device   a character device (a copy of the null device's numbers) is written to
