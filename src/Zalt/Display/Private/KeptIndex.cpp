@@ -62,8 +62,7 @@ KeptIndex::KeptIndex(const Catalogue::Catalogue& catalogue, const std::vector<st
   }
   std::partial_sum(next.begin(), next.end(), next.begin());
   for (std::size_t at = 0; at < order.size(); ++at) {
-    m_groups.push_back(
-        {std::string(keys[order[at]].first), keys[order[at]].second, next[at], next[at + 1]});
+    m_groups.push_back({std::string(keys[order[at]].first), keys[order[at]].second, next[at], next[at + 1]});
   }
   m_entries.resize(entries.size());
   for (std::size_t at = 0; at < entries.size(); ++at) {
@@ -76,7 +75,7 @@ KeptIndex::KeptIndex(const Catalogue::Catalogue& catalogue, const std::vector<st
 }
 
 Catalogue::SourceLocation KeptIndex::placeOf(const Group& group,
-                                  const Zalt::Localization::LocalizedText& answer) const {
+                                             const Zalt::Localization::LocalizedText& answer) const {
   const StoreKey key = storeKey(answer, answer.numberOfLines());
   const auto found =
       std::lower_bound(m_entries.begin() + static_cast<std::ptrdiff_t>(group.begin),

@@ -41,7 +41,8 @@ public:
   const std::vector<Group>& groups() const { return m_groups; }
 
   // Where `answer`, a text of `group`, stands.
-  Catalogue::SourceLocation placeOf(const Group& group, const Zalt::Localization::LocalizedText& answer) const;
+  Catalogue::SourceLocation placeOf(const Group& group,
+                                    const Zalt::Localization::LocalizedText& answer) const;
 
   // The first text in the catalogue of the reference and version in
   // `language`, or in any language where it has none in that one.
