@@ -49,7 +49,11 @@ TEST(CatalogueCheck, ACatalogueWithoutFindingsLoadsInOneAdd) {
                                 text("b", "en-US"), text("b", "de-DE")});
   const auto check = checkCatalogue(texts);
   EXPECT_THAT(shown(check.findings), testing::IsEmpty());
-  EXPECT_EQ(Zalt::Catalogue::keptTexts(texts, check), mdibTexts(texts.texts));
+  EXPECT_THAT(check.kept, testing::ElementsAre(0, 1, 2, 3, 4));
+  EXPECT_THAT(check.keyOrder, testing::ElementsAre(0, 1, 2, 4, 3));
+  const std::vector<Tovra::Mdib::LocalizedText> all = mdibTexts(texts.texts);
+  EXPECT_EQ(Zalt::Catalogue::keptTexts(texts, check),
+            (std::vector<Tovra::Mdib::LocalizedText>{all[0], all[1], all[2], all[4], all[3]}));
   EXPECT_NO_THROW(LocalizedTextStore::createLocalizedTextStore()->add(mdibTexts(texts.texts)));
 }
 

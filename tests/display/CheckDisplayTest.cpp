@@ -60,14 +60,16 @@ Checked checked(const std::vector<DisplayArea>& areas, const std::string& texts)
 TEST(CheckDisplayTest, ShowsTheStoresBestFitAndFindsWhatOverflowsByAPixel) {
   SKIP_WITHOUT_FONTS();
   // "AVATAR" is 7698 / 2048 × 18 = 67.66, so 68 pixels at 18 px.
-  const Checked result =
-      checked({{"exact", LocalizedTextWidth::Small, 1, 18, 68, 22},
-               {"tight", LocalizedTextWidth::Small, 1, 18, 67, 22},
-               {"wide", LocalizedTextWidth::Large, 2, 18, 67, 22},
-               {"tiny", LocalizedTextWidth::ExtraSmall, 1, 18, 68, 22}},
-              "<pm:LocalizedText Ref='r' Lang='en-US' Version='1' TextWidth='s'>AVATAR</pm:LocalizedText>\n"
-              "<pm:LocalizedText Ref='r' Lang='en-US' Version='1' TextWidth='l'>AVATAR\nAVATAR "
-              "AVATAR</pm:LocalizedText>\n");
+  const Checked result = checked(
+      {{"exact", LocalizedTextWidth::Small, 1, 18, 68, 22},
+       {"tight", LocalizedTextWidth::Small, 1, 18, 67, 22},
+       {"wide", LocalizedTextWidth::Large, 2, 18, 67, 22},
+       {"tiny", LocalizedTextWidth::ExtraSmall, 1, 18, 68, 22}},
+      "<pm:LocalizedText Ref='r' Lang='en-US' Version='1' TextWidth='s'>AVATAR</pm:LocalizedText>\n"
+      "<pm:LocalizedText Ref='r' Lang='en-US' Version='1' TextWidth='l'>AVATAR\nAVATAR "
+      "AVATAR</pm:LocalizedText>\n"
+      // Of the same width in one line: the finding stands at the text shown.
+      "<pm:LocalizedText Ref='r' Lang='en-US' Version='1' TextWidth='l'>AVATARS</pm:LocalizedText>\n");
   EXPECT_EQ(result.shown,
             (std::vector<std::string>{"exact r 1 en-US 'AVATAR' 68", "tight r 1 en-US 'AVATAR' 68 !",
                                       "wide r 1 en-US 'AVATAR\nAVATAR AVATAR' 68 142 !"}));

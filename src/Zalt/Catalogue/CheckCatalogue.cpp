@@ -123,6 +123,7 @@ public:
       m_check.findings.push_back(std::move(finding.second));
     }
     checkConsistency(filed, groups);
+    m_check.keyOrder = m_check.kept;
     std::sort(m_check.kept.begin(), m_check.kept.end());
     return std::move(m_check);
   }
@@ -286,8 +287,8 @@ CatalogueCheck checkCatalogue(const Catalogue& catalogue, WidthUnit unit) {
 
 std::vector<Tovra::Mdib::LocalizedText> keptTexts(const Catalogue& catalogue, const CatalogueCheck& check) {
   std::vector<Tovra::Mdib::LocalizedText> texts;
-  texts.reserve(check.kept.size());
-  for (const std::size_t index : check.kept) {
+  texts.reserve(check.keyOrder.size());
+  for (const std::size_t index : check.keyOrder) {
     texts.push_back(catalogue.texts[index].text);
   }
   return texts;

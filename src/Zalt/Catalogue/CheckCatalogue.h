@@ -45,6 +45,9 @@ struct CatalogueCheck {
   std::vector<Finding> findings;
   // The indexes, ascending, of the texts that the store keeps.
   std::vector<std::size_t> kept;
+  // The same indexes in the order of the store's keys: reference, language,
+  // version newest first, absent width first, then number of lines.
+  std::vector<std::size_t> keyOrder;
 };
 
 // The verdicts are those of the device store's own checks, with its messages,
@@ -54,7 +57,8 @@ ZALT_LTSCATALOGUE_EXPORT CatalogueCheck checkCatalogue(const Catalogue& catalogu
                                                        WidthUnit unit = WidthUnit::Fullwidth);
 
 // Copies of the texts of `catalogue` that the store keeps, by `check` of it,
-// in catalogue order: what one add of them files without an error of its own.
+// in the store's key order, so that one add files each at the end of the
+// store's table: what one add of them files without an error of its own.
 ZALT_LTSCATALOGUE_EXPORT std::vector<Tovra::Mdib::LocalizedText> keptTexts(const Catalogue& catalogue,
                                                                            const CatalogueCheck& check);
 

@@ -76,7 +76,7 @@ class DisplayChecker {
 public:
   DisplayChecker(const DisplayProfile& profile, const Catalogue::Catalogue& catalogue,
                  const Catalogue::CatalogueCheck& check, const ShownTextVisitor& visit)
-      : m_profile(profile), m_index(catalogue, check.kept), m_visit(visit) {
+      : m_profile(profile), m_index(catalogue, check.keyOrder), m_visit(visit) {
     try {
       m_store->add(Catalogue::keptTexts(catalogue, check));
     } catch (const Zalt::InternalConsistencyFailure&) {

@@ -2,84 +2,74 @@
 #include <Zalt/Display/Private/KeptIndex.h>
 
 #include <algorithm>
-#include <numeric>
-#include <unordered_map>
+#include <iterator>
+#include <tuple>
 
 namespace Zalt {
 namespace Display {
 namespace Private {
+namespace {
 
-KeptIndex::StoreKey KeptIndex::storeKey(const Tovra::Mdib::LocalizedText& text, std::size_t lines) {
-  return {text.ref().get().value(), text.version() ? text.version()->get() : 0,
-          text.lang() ? std::string_view(text.lang()->tag()) : std::string_view(),
-          text.textWidth() ? static_cast<int>(*text.textWidth()) : -1, lines};
+std::uint64_t versionOf(const Catalogue::Catalogue& catalogue, std::size_t index) {
+  return catalogue.texts[index].text.version()->get();
 }
 
-// A catalogue's texts come in few languages and widths per reference and
-// version: they are sorted by reference and version through a table of
-// those, and each group alone by the rest of the key, which spares most of
-// the string comparisons of one sort of all texts and orders them the same.
-KeptIndex::KeptIndex(const Catalogue::Catalogue& catalogue, const std::vector<std::size_t>& kept)
+}  // namespace
+
+// In the store's key order a reference's texts stand together, by language
+// and then newest version first; ordering each reference's few texts by
+// version alone, stably, gives its groups in ascending version with their
+// texts still in the store's order, and spares any comparison of references
+// beyond telling one from the next.
+KeptIndex::KeptIndex(const Catalogue::Catalogue& catalogue, const std::vector<std::size_t>& keyOrder)
     : m_catalogue(catalogue) {
-  std::vector<Entry> entries;
-  entries.reserve(kept.size());
-  std::vector<std::size_t> groupOf;
-  groupOf.reserve(kept.size());
-  std::unordered_map<GroupKey, std::size_t, GroupKeyHash> ids;
-  std::vector<GroupKey> keys;
-  std::unordered_map<std::string_view, std::size_t> lineCounts;
-  for (const std::size_t index : kept) {
+  m_entries.reserve(keyOrder.size());
+  std::size_t referenceBegin = 0;
+  for (const std::size_t index : keyOrder) {
     const Tovra::Mdib::LocalizedText& text = catalogue.texts[index].text;
-    const std::string& value = text.text().value();
-    const auto lines = lineCounts.try_emplace(value, 0);
-    if (lines.second) {
-      lines.first->second = displayLines(value).size();
+    if (!m_entries.empty() && text.ref().get().value() !=
+                                  catalogue.texts[m_entries[referenceBegin].index].text.ref().get().value()) {
+      addReference(m_entries.begin() + static_cast<std::ptrdiff_t>(referenceBegin));
+      referenceBegin = m_entries.size();
     }
-    entries.push_back({storeKey(text, lines.first->second), index});
-    const GroupKey key{std::get<0>(entries.back().key), std::get<1>(entries.back().key)};
-    // The texts of a reference and version mostly stand together.
-    if (!groupOf.empty() && keys[groupOf.back()] == key) {
-      groupOf.push_back(groupOf.back());
-      continue;
-    }
-    const auto id = ids.emplace(key, keys.size());
-    if (id.second) {
-      keys.push_back(key);
-    }
-    groupOf.push_back(id.first->second);
+    m_entries.push_back(
+        {text.lang()->tag(), text.textWidth() ? static_cast<int>(*text.textWidth()) : -1, index});
   }
-  std::vector<std::size_t> order(keys.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::sort(order.begin(), order.end(),
-            [&keys](std::size_t lhs, std::size_t rhs) { return keys[lhs] < keys[rhs]; });
-  std::vector<std::size_t> rank(keys.size());
-  std::vector<std::size_t> next(keys.size() + 1, 0);
-  for (std::size_t at = 0; at < order.size(); ++at) {
-    rank[order[at]] = at;
+  if (!m_entries.empty()) {
+    addReference(m_entries.begin() + static_cast<std::ptrdiff_t>(referenceBegin));
   }
-  for (const std::size_t id : groupOf) {
-    ++next[rank[id] + 1];
-  }
-  std::partial_sum(next.begin(), next.end(), next.begin());
-  for (std::size_t at = 0; at < order.size(); ++at) {
-    m_groups.push_back({std::string(keys[order[at]].first), keys[order[at]].second, next[at], next[at + 1]});
-  }
-  m_entries.resize(entries.size());
-  for (std::size_t at = 0; at < entries.size(); ++at) {
-    m_entries[next[rank[groupOf[at]]]++] = entries[at];
-  }
-  for (const Group& group : m_groups) {
-    std::sort(m_entries.begin() + static_cast<std::ptrdiff_t>(group.begin),
-              m_entries.begin() + static_cast<std::ptrdiff_t>(group.end));
+}
+
+// Groups the entries from `begin` to the end, those of one reference.
+void KeptIndex::addReference(std::vector<Entry>::iterator begin) {
+  const auto version = [this](const Entry& entry) { return versionOf(m_catalogue, entry.index); };
+  std::stable_sort(begin, m_entries.end(),
+                   [&version](const Entry& lhs, const Entry& rhs) { return version(lhs) < version(rhs); });
+  const std::string reference = m_catalogue.texts[begin->index].text.ref().get().value();
+  for (auto first = begin; first != m_entries.end();) {
+    const std::uint64_t groupVersion = version(*first);
+    const auto last = std::find_if(first, m_entries.end(),
+                                   [&](const Entry& entry) { return version(entry) != groupVersion; });
+    m_groups.push_back({reference, groupVersion, static_cast<std::size_t>(first - m_entries.begin()),
+                        static_cast<std::size_t>(last - m_entries.begin())});
+    first = last;
   }
 }
 
 Catalogue::SourceLocation KeptIndex::placeOf(const Group& group,
                                              const Zalt::Localization::LocalizedText& answer) const {
-  const StoreKey key = storeKey(answer, answer.numberOfLines());
-  const auto found =
-      std::lower_bound(m_entries.begin() + static_cast<std::ptrdiff_t>(group.begin),
-                       m_entries.begin() + static_cast<std::ptrdiff_t>(group.end), Entry{key, 0});
+  const auto key = [](const Entry& entry) { return std::make_tuple(entry.language, entry.width); };
+  const Entry wanted{answer.lang()->tag(), answer.textWidth() ? static_cast<int>(*answer.textWidth()) : -1,
+                     0};
+  const auto sameLanguageAndWidth =
+      std::equal_range(m_entries.begin() + static_cast<std::ptrdiff_t>(group.begin),
+                       m_entries.begin() + static_cast<std::ptrdiff_t>(group.end), wanted,
+                       [&key](const Entry& lhs, const Entry& rhs) { return key(lhs) < key(rhs); });
+  const auto found = std::find_if(
+      sameLanguageAndWidth.first, sameLanguageAndWidth.second, [this, &answer](const Entry& entry) {
+        return displayLines(m_catalogue.texts[entry.index].text.text().value()).size() ==
+               answer.numberOfLines();
+      });
   return m_catalogue.location(m_catalogue.texts[found->index]);
 }
 
@@ -91,10 +81,9 @@ Catalogue::SourceLocation KeptIndex::placeOf(const Group& group, const std::stri
   const auto groupBegin = m_entries.begin() + static_cast<std::ptrdiff_t>(group.begin);
   const auto groupEnd = m_entries.begin() + static_cast<std::ptrdiff_t>(group.end);
   const auto languageBegin = std::find_if(
-      groupBegin, groupEnd, [&language](const Entry& entry) { return std::get<2>(entry.key) == language; });
-  const auto languageEnd = std::find_if(languageBegin, groupEnd, [&language](const Entry& entry) {
-    return std::get<2>(entry.key) != language;
-  });
+      groupBegin, groupEnd, [&language](const Entry& entry) { return entry.language == language; });
+  const auto languageEnd = std::find_if(
+      languageBegin, groupEnd, [&language](const Entry& entry) { return entry.language != language; });
   const auto chosen =
       languageBegin != languageEnd ? first(languageBegin, languageEnd) : first(groupBegin, groupEnd);
   return m_catalogue.location(m_catalogue.texts[chosen->index]);

@@ -1,9 +1,9 @@
 // Zalt::Display::Private::KeptIndex: the texts that a device store keeps of a
-// catalogue, by what the store files them under, so that an answer of the
-// store finds its text's place in the catalogue, and each reference and
-// version its texts.
+// catalogue, grouped by reference and version, so that an answer of the store
+// finds its text's place in the catalogue, and each reference and version its
+// texts.
 //
-//   const KeptIndex index(catalogue, check.kept);
+//   const KeptIndex index(catalogue, check.keyOrder);
 //   for (const KeptIndex::Group& group : index.groups()) { ... index.placeOf(group, answer) ... }
 #pragma once
 
@@ -15,8 +15,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <tuple>
-#include <utility>
 #include <vector>
 
 namespace Zalt {
@@ -34,8 +32,9 @@ public:
     std::size_t end;
   };
 
-  // The texts of `catalogue` at the indexes `kept`; `catalogue` outlives this.
-  KeptIndex(const Catalogue::Catalogue& catalogue, const std::vector<std::size_t>& kept);
+  // The texts of `catalogue` at the indexes `keyOrder`, in the store's key
+  // order (CatalogueCheck::keyOrder); `catalogue` outlives this.
+  KeptIndex(const Catalogue::Catalogue& catalogue, const std::vector<std::size_t>& keyOrder);
 
   // Each reference and version once, ascending.
   const std::vector<Group>& groups() const { return m_groups; }
@@ -49,29 +48,16 @@ public:
   Catalogue::SourceLocation placeOf(const Group& group, const std::string& language) const;
 
 private:
-  // What the store files a text under: reference, version, language, width
-  // (-1 for none) and number of lines. It views the text's own strings, so
-  // that the index of a large catalogue copies none of them.
-  using StoreKey = std::tuple<std::string_view, std::uint64_t, std::string_view, int, std::size_t>;
-  using GroupKey = std::pair<std::string_view, std::uint64_t>;
-  struct GroupKeyHash {
-    std::size_t operator()(const GroupKey& key) const {
-      return std::hash<std::string_view>()(key.first) ^ (key.second * 0x9E3779B97F4A7C15u);
-    }
-  };
-
+  // A text of a group, ordered within it as the store orders its texts:
+  // language, then width (-1 for none); the number of lines, the rest of the
+  // store's key, is counted only for the few texts whose place is asked for.
   struct Entry {
-    StoreKey key;
+    std::string_view language;
+    int width;
     std::size_t index;
-    // The order within one reference and version, whose strings need no
-    // comparing there.
-    bool operator<(const Entry& other) const {
-      return std::tie(std::get<2>(key), std::get<3>(key), std::get<4>(key), index) <
-             std::tie(std::get<2>(other.key), std::get<3>(other.key), std::get<4>(other.key), other.index);
-    }
   };
 
-  static StoreKey storeKey(const Tovra::Mdib::LocalizedText& text, std::size_t lines);
+  void addReference(std::vector<Entry>::iterator begin);
 
   const Catalogue::Catalogue& m_catalogue;
   std::vector<Entry> m_entries;
