@@ -5,8 +5,8 @@
 //   const Zalt::Catalogue::CatalogueCheck check = Zalt::Catalogue::checkCatalogue(catalogue);
 //   const std::string digest = Zalt::Catalogue::catalogueDigest(catalogue, check);  // "3f5a..."
 //
-// The digest is SHA-256 over the kept texts (check.kept) in the store's key
-// order (reference and language byte-wise, version newest first, an absent
+// The digest is SHA-256 over the kept texts (check.keyOrder) in the store's
+// key order (reference and language byte-wise, version newest first, an absent
 // width before the narrowest, then number of lines ascending), each written
 // as these fields one after the other, every number big-endian:
 //
