@@ -99,7 +99,8 @@ TEST_F(ReadDisplayProfileTest, ReportsEveryProblemAtItsLineAndColumn) {
           "3:106: unknown key \"colour\" in an area; its keys are " + areaKeys,
           "4:3: an area lacks \"lines\"",
           "4:43: \"size\" is not a whole number from 1 to 100000: 0",
-          "6:39: the font file " + (m_folder / "missing.ttf").string() + " cannot be read",
+          "6:39: the font file " + (m_folder / "missing.ttf").string() +
+              " cannot be read: No such file or directory",
           "6:85: the font file " + (m_folder / "Sans.ttf").string() + " has no face 3: its faces are 0 to 0",
           "6:90: \"Japan\" is not a language tag ll-CC, such as \"ja-JP\"",
           "7:2: \"fonts\" is given twice in the profile",
@@ -112,6 +113,31 @@ TEST_F(ReadDisplayProfileTest, ReportsEveryProblemAtItsLineAndColumn) {
   EXPECT_EQ(problems("{\"fonts\": [{\"file\": \"Sans.ttf\", \"index\": 1.5}]}"),
             (std::vector<std::string>{"1:1: the profile lacks \"areas\"",
                                       "1:42: \"index\" is not a whole number from 0 to 2147483647: 1.5"}));
+}
+
+TEST_F(ReadDisplayProfileTest, TellsEmptyFilesFoldersAndDeepNestingFromProfilesAndFonts) {
+  EXPECT_EQ(problems(""), (std::vector<std::string>{"1:1: syntax error while parsing value - unexpected end "
+                                                    "of input; expected '[', '{', or a literal"}));
+  // The profile is the first level.
+  EXPECT_EQ(problems("{\"fonts\": " + std::string(62, '[') + std::string(62, ']') + "}"),
+            (std::vector<std::string>{"1:1: the profile lacks \"areas\"", "1:12: a font is not an object"}));
+  EXPECT_EQ(problems("{\"fonts\": " + std::string(64, '[')),
+            (std::vector<std::string>{"1:74: nested deeper than 64 levels"}));
+  std::ofstream(m_folder / "empty.ttf");
+  fs::create_directory(m_folder / "folder.ttf");
+  EXPECT_EQ(
+      problems(R"({"fonts": [{"file": "empty.ttf"}, {"file": "folder.ttf"}], "areas": [)"
+               R"({"name": "a", "textWidth": "s", "lines": 1, "size": 9, "width": 9, "lineHeight": 9}]})"),
+      (std::vector<std::string>{
+          "1:21: the font file " + (m_folder / "empty.ttf").string() + " is not a font file",
+          "1:44: the font file " + (m_folder / "folder.ttf").string() + " cannot be read: Is a directory"}));
+  try {
+    Zalt::Display::readDisplayProfile((m_folder / "folder.ttf").string());
+    ADD_FAILURE() << "a folder read as a profile";
+  } catch (const Zalt::Catalogue::CatalogueError& error) {
+    EXPECT_EQ(Zalt::Catalogue::placed(error.problems().at(0)),
+              (m_folder / "folder.ttf").string() + ": cannot be read: Is a directory");
+  }
 }
 
 }  // namespace

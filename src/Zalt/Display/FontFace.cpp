@@ -1,25 +1,21 @@
 #include <Zalt/Display/FontFace.h>
+#include <Zalt/Display/Private/FileBytes.h>
 #include <Zalt/Display/Private/FontHandles.h>
 
 #include <hb-ot.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <system_error>
 
 namespace Zalt {
 namespace Display {
 namespace {
 
-std::string fileBytes(const std::string& path) {
-  // Named in UTF-8, as profiles name them, also where the system's narrow
-  // file names are not.
-  std::ifstream in(std::filesystem::u8path(path), std::ios::binary);
-  std::ostringstream bytes;
-  if (!in || !(bytes << in.rdbuf())) {
-    throw FontFileError("cannot be read");
+std::string fontBytes(const std::string& path) {
+  try {
+    return Private::fileBytes(path);
+  } catch (const std::system_error& error) {
+    throw FontFileError("cannot be read: " + error.code().message());
   }
-  return bytes.str();
 }
 
 }  // namespace
@@ -39,7 +35,7 @@ FontFace::Handles::~Handles() {
 FontFace::FontFace(const std::string& path, std::uint32_t index)
     : m_path(path), m_index(index), m_handles(std::make_unique<Handles>()) {
   Handles& handles = *m_handles;
-  handles.bytes = fileBytes(path);
+  handles.bytes = fontBytes(path);
   if (FT_Init_FreeType(&handles.library) != 0) {
     throw FontFileError("cannot be read: FreeType cannot start");
   }

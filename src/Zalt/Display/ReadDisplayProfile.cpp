@@ -1,15 +1,13 @@
 #include <Zalt/Catalogue/CatalogueError.h>
 #include <Zalt/Catalogue/TextWidthTokens.h>
+#include <Zalt/Display/Private/FileBytes.h>
 #include <Zalt/Display/Private/LocatedJson.h>
 #include <Zalt/Display/ReadDisplayProfile.h>
 
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 #include <set>
-#include <sstream>
+#include <system_error>
 
 namespace Zalt {
 namespace Display {
@@ -259,14 +257,13 @@ private:
 };
 
 std::string fileContent(const std::string& path) {
-  std::ifstream in(std::filesystem::u8path(path), std::ios::binary);
-  std::ostringstream content;
-  if (!in || !(content << in.rdbuf())) {
+  try {
+    return Private::fileBytes(path);
+  } catch (const std::system_error& error) {
     throw Catalogue::CatalogueError(
-        {{Finding::Kind::File, {path, 0, 0}, std::string("cannot be read: ") + std::strerror(errno)}},
-        __FILE__, __LINE__);
+        {{Finding::Kind::File, {path, 0, 0}, "cannot be read: " + error.code().message()}}, __FILE__,
+        __LINE__);
   }
-  return content.str();
 }
 
 }  // namespace

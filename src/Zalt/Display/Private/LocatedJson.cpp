@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string>
 
 namespace Zalt {
 namespace Display {
@@ -82,14 +83,23 @@ public:
   // NOLINTEND(readability-identifier-naming)
 
 private:
-  JsonPlace placeOf(std::size_t offset) const {
-    const std::string_view before = m_document.substr(0, offset);
-    const std::size_t lineStart = before.rfind('\n') == std::string_view::npos ? 0 : before.rfind('\n') + 1;
-    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
-    const auto column =
-        std::count_if(before.begin() + static_cast<std::ptrdiff_t>(lineStart), before.end(),
-                      [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0u) != 0x80u; });
-    return {static_cast<std::int32_t>(line), static_cast<std::int32_t>(column + 1)};
+  // Tokens come in document order, so each place is counted on from the one
+  // before: counting from the start each time would take a long document
+  // quadratic time.
+  JsonPlace placeOf(std::size_t offset) {
+    if (offset < m_counted) {
+      m_counted = 0;
+      m_countedPlace = {1, 1};
+    }
+    for (; m_counted < offset; ++m_counted) {
+      const auto byte = static_cast<unsigned char>(m_document[m_counted]);
+      if (byte == '\n') {
+        m_countedPlace = {m_countedPlace.line + 1, 1};
+      } else if ((byte & 0xC0u) != 0x80u) {
+        ++m_countedPlace.column;
+      }
+    }
+    return m_countedPlace;
   }
 
   // Where the token just read began; moves past it.
@@ -127,6 +137,9 @@ private:
 
   bool open(nlohmann::json&& empty) {
     const JsonPlace where = tokenPlace();
+    if (m_open.size() == deepest) {
+      throw LocatedJsonError("nested deeper than " + std::to_string(deepest) + " levels", where);
+    }
     LocatedValue& target = slot();
     target.scalar = std::move(empty);
     target.place = where;
@@ -140,7 +153,13 @@ private:
     return true;
   }
 
+  // Far deeper than any profile, and shallow enough that the tree, which is
+  // taken apart recursively, cannot exhaust the stack.
+  static constexpr std::size_t deepest = 64;
+
   std::string_view m_document;
+  std::size_t m_counted = 0;
+  JsonPlace m_countedPlace{1, 1};
   const char* m_furthest;
   const char* m_previousEnd;
   LocatedValue m_root;
