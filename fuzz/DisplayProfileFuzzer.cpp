@@ -92,7 +92,9 @@ const fs::path& folder() {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+// libFuzzer calls its entry point by this name.
+extern "C" int LLVMFuzzerTestOneInput(  // NOLINT(readability-identifier-naming)
+    const std::uint8_t* data, std::size_t size) {
   const std::string_view input(reinterpret_cast<const char*>(data), size);
   const std::string path = (folder() / "profile.json").string();
   std::ofstream(path, std::ios::binary | std::ios::trunc)

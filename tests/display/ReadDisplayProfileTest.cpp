@@ -123,7 +123,7 @@ TEST_F(ReadDisplayProfileTest, TellsEmptyFilesFoldersAndDeepNestingFromProfilesA
             (std::vector<std::string>{"1:1: the profile lacks \"areas\"", "1:12: a font is not an object"}));
   EXPECT_EQ(problems("{\"fonts\": " + std::string(64, '[')),
             (std::vector<std::string>{"1:74: nested deeper than 64 levels"}));
-  std::ofstream(m_folder / "empty.ttf");
+  const std::ofstream empty(m_folder / "empty.ttf");
   fs::create_directory(m_folder / "folder.ttf");
   EXPECT_EQ(
       problems(R"({"fonts": [{"file": "empty.ttf"}, {"file": "folder.ttf"}], "areas": [)"
